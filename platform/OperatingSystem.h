@@ -1,0 +1,90 @@
+// The one seam between Marnock and the operating system: the calls that the library needs, under their Windows names.
+//
+// Three implementations: Windows (the calls themselves), the POSIX port (the same meaning on a folder that stands for
+// the machine, see MachineRoot.h) and, in tests, a scripted fake that can fail the n-th call.
+//
+// Paths are Windows paths with backslashes on every system, for example C:\Users\alice\Orvnta\DeviceMgr\. Every call
+// may be made from any thread; impersonation and GetLastError concern the calling thread alone.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+using Dword = std::uint32_t;
+
+// An open user token. Owned by whoever got it from WTSQueryUserToken until it is given to CloseHandle.
+using UserToken = void*;
+
+// Values of the Windows API, from winnt.h, fileapi.h and winerror.h; the POSIX port reports the same ones.
+inline constexpr Dword kInvalidFileAttributes = 0xFFFFFFFF;
+inline constexpr Dword kFileAttributeDirectory = 16;
+inline constexpr Dword kErrorFileNotFound = 2;
+inline constexpr Dword kErrorPathNotFound = 3;
+inline constexpr Dword kErrorAccessDenied = 5;
+inline constexpr Dword kErrorGeneralFailure = 31;
+inline constexpr Dword kErrorAlreadyExists = 183;
+inline constexpr Dword kErrorMoreData = 234;
+inline constexpr Dword kErrorNoToken = 1008;
+
+class OperatingSystem {
+ public:
+  virtual ~OperatingSystem() = default;
+
+  // The session of the physical console. POSIX: always 1.
+  virtual Dword WTSGetActiveConsoleSessionId() = 0;
+
+  // Stores the token of the user signed in to `session` and returns true; false when nobody is signed in or the caller
+  // lacks the privilege. POSIX: always false with kErrorNoToken, since the port runs as the console user itself.
+  virtual bool WTSQueryUserToken(Dword session, UserToken* token) = 0;
+
+  // Makes the calling thread act as the token's user. Returns the call's BOOL as it stands: 1 on success.
+  virtual int ImpersonateLoggedOnUser(UserToken token) = 0;
+
+  // Ends the calling thread's impersonation. Returns false on failure.
+  virtual bool RevertToSelf() = 0;
+
+  // Writes the calling thread's user in SAM-compatible form (MACHINE\account) with a terminating zero. `size` is the
+  // capacity of `buffer` in characters, and on success the number written without the zero. On failure the result is
+  // false and the buffer untouched; when it was too small, GetLastError is kErrorMoreData and `size` what is needed.
+  // POSIX: MARNOCK_CONSOLE_USER, else HOSTNAME\account of the effective user.
+  virtual bool GetUserNameSamCompatible(wchar_t* buffer, Dword* size) = 0;
+
+  // Closes a token. Returns false on failure.
+  virtual bool CloseHandle(UserToken token) = 0;
+
+  // The error number of the calling thread's last failed call above or below.
+  virtual Dword GetLastError() = 0;
+
+  // The attribute bits of a file or directory, or kInvalidFileAttributes. POSIX: only the directory bit is reported.
+  virtual Dword GetFileAttributesW(const std::wstring& path) = 0;
+
+  // Renames within one volume. Fails with kErrorAlreadyExists when `to` exists, as it does on Windows; POSIX therefore
+  // uses renameat2 with RENAME_NOREPLACE.
+  virtual bool MoveFileW(const std::wstring& from, const std::wstring& to) = 0;
+
+  // Deletes a file; a directory is refused with kErrorAccessDenied.
+  virtual bool DeleteFileW(const std::wstring& path) = 0;
+
+  // std::filesystem::exists, create_directories and permissions(owner_all | others_read, add) on `path`. Failures that
+  // the file system reports are thrown as std::filesystem::filesystem_error.
+  virtual bool Exists(const std::wstring& path) = 0;
+  virtual bool CreateDirectories(const std::wstring& path) = 0;
+  virtual void AddOwnerAllOthersRead(const std::wstring& path) = 0;
+
+  // The name under which SQLite opens `path` (UTF-8). Windows: the path itself; POSIX: its place in the machine root.
+  virtual std::string SqliteFileName(const std::string& path) = 0;
+
+  // The implementation in use: the real one unless a test put another in its place.
+  static OperatingSystem& Get();
+
+  // Puts `replacement` (not owned; null for the real one) in place for the whole process and returns what was there.
+  // For tests, while no other thread uses the seam.
+  static OperatingSystem* Replace(OperatingSystem* replacement);
+};
+
+// The operating system that the program runs on.
+OperatingSystem& RealOperatingSystem();
+
+}  // namespace platform

@@ -1,0 +1,64 @@
+#include "apps/marnock-host/Host.h"
+
+#include <chrono>
+#include <exception>
+#include <ostream>
+
+#include "codec/Protocol.h"
+#include "platform/ipc/IPCMessageHub.h"
+#include "platform/logging/QxLogger.h"
+#include "platform/text/PlenixBase.h"
+#include "service/Marnock.h"
+
+namespace KT {
+
+namespace {
+
+constexpr int kStopped = 0;
+constexpr int kCouldNotStart = 1;
+constexpr std::chrono::seconds kServiceConnectTimeout{10};
+
+// The store is saved as it is destroyed, after main: by then no request may be under way and no thread be left, since
+// Windows ends threads wherever they are when main returns.
+void StopInOrder(IPCMessageHub& hub, Marnock& service) {
+  hub.StopAccepting();
+  service.StopDelivery();
+  hub.Stop();
+}
+
+int Serve(platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
+  const std::string pipe = PlenixBase::UnicodeToUTF8(kPipeName);
+  IPCMessageHub hub(kPipeName);
+  if (!hub.Claim()) {
+    err << "marnock-host: another host is running on " << pipe << std::endl;
+    return kCouldNotStart;
+  }
+  Marnock& service = Marnock::GetInstance();
+  service.Init();
+  hub.Start();
+  const bool ready = service.WaitUntilConnected(kServiceConnectTimeout);
+  if (ready) {
+    out << "marnock-host: ready on " << pipe << std::endl;
+    stop.Wait();
+  } else {
+    err << "marnock-host: the service did not reach its own hub on " << pipe << std::endl;
+  }
+  StopInOrder(hub, service);
+  return ready ? kStopped : kCouldNotStart;
+}
+
+}  // namespace
+
+int RunHost(const HostOptions& options, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
+  try {
+    if (!options.logFile.empty()) {
+      QxLogger::GetInstance().OpenFile(options.logFile);
+    }
+    return Serve(stop, out, err);
+  } catch (const std::exception& error) {
+    err << "marnock-host: " << error.what() << std::endl;
+    return kCouldNotStart;
+  }
+}
+
+}  // namespace KT

@@ -1,0 +1,16 @@
+#include <iostream>
+
+#include "apps/marnock-host/Host.h"
+#include "apps/marnock-host/HostOptions.h"
+#include "platform/program/ProgramArguments.h"
+#include "platform/program/StopSignal.h"
+
+int main(int argc, char** argv) {
+  int status = 0;
+  const auto options = KT::ParseHostOptions(platform::ProgramArguments(argc, argv), std::cout, std::cerr, status);
+  if (!options.has_value()) {
+    return status;
+  }
+  return platform::RunUntilStopped(
+      [&](platform::StopSignal& stop) { return KT::RunHost(*options, stop, std::cout, std::cerr); });
+}

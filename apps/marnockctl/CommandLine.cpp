@@ -1,0 +1,78 @@
+#include "apps/marnockctl/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace KT {
+
+namespace {
+
+constexpr char kUdIdHelp[] = "the peer's unique device id";
+constexpr char kSumIdHelp[] = "the summary id";
+
+void AddGlobalOptions(CLI::App& app, GlobalOptions& options, std::int64_t& timeoutMs) {
+  app.add_option("--timeout", timeoutMs, "how long to wait for the answer, in milliseconds")
+      ->type_name("MS")
+      ->check(CLI::Range(std::int64_t{1}, std::int64_t{86'400'000}));
+  app.add_option("--pkg", options.pkgName, "the package name to send")->type_name("NAME");
+  app.add_flag("--json", options.json, "print one JSON document");
+}
+
+// A subcommand whose positionals fill `value` and which makes `value` the command.
+template <class Value>
+CLI::App* AddCommand(CLI::App* parent, const char* name, const char* help, std::optional<Command>& command,
+                     std::shared_ptr<Value> value) {
+  CLI::App* const app = parent->add_subcommand(name, help);
+  app->callback([&command, value] { command = *value; });
+  return app;
+}
+
+void AddPeerCommands(CLI::App& app, std::optional<Command>& command) {
+  CLI::App* const peer = app.add_subcommand("peer", "the map from peer devices to summary ids");
+  peer->require_subcommand(1);
+
+  const auto set = std::make_shared<PeerSet>();
+  CLI::App* const setApp = AddCommand(peer, "set", "map UDID to SUMID", command, set);
+  setApp->add_option("UDID", set->udId, kUdIdHelp)->required();
+  setApp->add_option("SUMID", set->sumId, kSumIdHelp)->required();
+
+  const auto get = std::make_shared<PeerGet>();
+  CLI::App* const getApp = AddCommand(peer, "get", "print the SUMID of UDID", command, get);
+  getApp->add_option("UDID", get->udId, kUdIdHelp)->required();
+
+  const auto remove = std::make_shared<PeerDelete>();
+  CLI::App* const removeApp = AddCommand(peer, "delete", "forget UDID", command, remove);
+  removeApp->add_option("UDID", remove->udId, kUdIdHelp)->required();
+}
+
+}  // namespace
+
+std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, std::ostream& out, std::ostream& err,
+                                           ExitStatus& status) {
+  Invocation invocation;
+  std::int64_t timeoutMs = invocation.options.timeout.count();
+  std::optional<Command> command;
+
+  CLI::App app("Reads and changes the device registry.\n"
+               "Exit status: 0 done; 1 the service failed; 2 wrong command or input; 3 no service or no answer in time; "
+               "4 not found.",
+               "marnockctl");
+  app.require_subcommand(1);
+  AddGlobalOptions(app, invocation.options, timeoutMs);
+  AddPeerCommands(app, command);
+
+  std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back
+  try {
+    app.parse(std::move(arguments));
+  } catch (const CLI::ParseError& error) {
+    status = app.exit(error, out, err) == 0 ? ExitStatus::Done : ExitStatus::WrongUse;
+    return std::nullopt;
+  }
+  invocation.options.timeout = std::chrono::milliseconds(timeoutMs);
+  invocation.command = *std::move(command);
+  return invocation;
+}
+
+}  // namespace KT

@@ -1,0 +1,15 @@
+// marnockctl from its arguments to its exit status.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "apps/marnockctl/ExitStatus.h"
+
+namespace KT {
+
+// `arguments`: UTF-8, without the program's name.
+ExitStatus RunMarnockctl(std::vector<std::string> arguments, std::ostream& out, std::ostream& err);
+
+}  // namespace KT

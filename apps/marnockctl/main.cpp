@@ -1,0 +1,8 @@
+#include <iostream>
+
+#include "apps/marnockctl/Commands.h"
+#include "platform/program/ProgramArguments.h"
+
+int main(int argc, char** argv) {
+  return static_cast<int>(KT::RunMarnockctl(platform::ProgramArguments(argc, argv), std::cout, std::cerr));
+}

@@ -1,0 +1,73 @@
+#include "client/RegistryClient.h"
+
+#include <memory>
+#include <utility>
+
+#include "codec/MessageParcel.h"
+
+namespace KT {
+
+namespace {
+
+std::string Encode(IpcRequest& message, std::size_t size) {
+  const auto parcel = std::make_shared<MessageParcel>(static_cast<std::uint32_t>(size), nullptr, true);
+  message.Serialize(parcel);
+  return {reinterpret_cast<const char*>(parcel->GetBuffer()), size};
+}
+
+// Decodes `payload` into `message`; false when the message does not take up exactly those bytes.
+template <class Message>
+bool Decode(std::string& payload, Message& message) {
+  const auto parcel = std::make_shared<MessageParcel>(static_cast<std::uint32_t>(payload.size()),
+                                                      reinterpret_cast<std::uint8_t*>(payload.data()), false);
+  message.Deserialize(parcel);
+  return EncodedSize(message) == payload.size();
+}
+
+}  // namespace
+
+RegistryClient::RegistryClient(const RegistryClientOptions& options)
+    : timeout_(options.timeout), exchange_(options.pipeName, options.waitForService) {}
+
+template <class Response, class Request>
+CallOutcome<Response> RegistryClient::Call(RequestCode code, const Request& request) {
+  CallOutcome<Response> outcome;
+  const std::size_t size = EncodedSize(request);
+  if (size > MessageParcel::kMaxPayloadBytes) {
+    outcome.status = CallStatus::RequestTooLarge;
+    outcome.explanation = "the request takes " + std::to_string(size) + " bytes; the service decodes at most " +
+                          std::to_string(MessageParcel::kMaxPayloadBytes);
+    return outcome;
+  }
+  RequestExchange::Answer answer = exchange_.Run(kServiceClientId, code, Encode(request, size), timeout_);
+  outcome.status = answer.status;
+  outcome.ipcStatus = answer.ipcStatus;
+  outcome.explanation = std::move(answer.explanation);
+  if (answer.status == CallStatus::Answered && !Decode(answer.payload, outcome.response)) {
+    outcome.status = CallStatus::UnreadableAnswer;
+    outcome.explanation = "the answer of " + std::to_string(answer.payload.size()) +
+                          " bytes is not the message that belongs to this request";
+  }
+  return outcome;
+}
+
+CallOutcome<PeerSumSetResponse> RegistryClient::SetPeerDevice(const std::string& udId, const std::string& sumId) {
+  PeerSumSetRequest request;
+  request.udId = udId;
+  request.sumId = sumId;
+  return Call<PeerSumSetResponse>(kSetPeerDevice, request);
+}
+
+CallOutcome<PeerSumGetResponse> RegistryClient::GetPeerDevice(const std::string& udId) {
+  PeerSumGetRequest request;
+  request.udId = udId;
+  return Call<PeerSumGetResponse>(kGetPeerDevice, request);
+}
+
+CallOutcome<PeerSumDeleteResponse> RegistryClient::DeletePeerDevice(const std::string& udId) {
+  PeerSumDeleteRequest request;
+  request.udId = udId;
+  return Call<PeerSumDeleteResponse>(kDeletePeerDevice, request);
+}
+
+}  // namespace KT

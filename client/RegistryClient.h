@@ -1,0 +1,54 @@
+// The typed client of the registry: one member a request.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "client/CallStatus.h"
+#include "client/RequestExchange.h"
+#include "codec/Protocol.h"
+#include "codec/messages/PeerSumMessages.h"
+
+namespace KT {
+
+// What came of one call. `explanation` says in English what went wrong and is empty when the service answered.
+template <class Response>
+struct CallOutcome {
+  CallStatus status = CallStatus::NoService;
+  IpcStatus ipcStatus = IpcStatus::Answer;
+  std::string explanation;
+  Response response;
+
+  // The service answered and did what was asked.
+  bool Succeeded() const { return status == CallStatus::Answered && response.result == kResultSuccess; }
+};
+
+struct RegistryClientOptions {
+  std::wstring pipeName = kPipeName;
+  std::chrono::milliseconds timeout{5'000};  // for each call, connecting included
+  bool waitForService = true;                // false: a call fails at once when no hub is there
+};
+
+// One connection to the hub, made at the first call and kept. Calls may come from any thread and run one after another;
+// each blocks until it is answered or its time is over. Nothing is thrown but std::bad_alloc and std::system_error (a
+// thread or mutex that the system refuses).
+//
+// Values are sent as they are. What the service cannot store or answer is checked by InputChecks.h, not here.
+class RegistryClient {
+ public:
+  explicit RegistryClient(const RegistryClientOptions& options = {});
+
+  CallOutcome<PeerSumSetResponse> SetPeerDevice(const std::string& udId, const std::string& sumId);
+  // An unknown udId is answered with result 0 and an empty sumId.
+  CallOutcome<PeerSumGetResponse> GetPeerDevice(const std::string& udId);
+  CallOutcome<PeerSumDeleteResponse> DeletePeerDevice(const std::string& udId);
+
+ private:
+  template <class Response, class Request>
+  CallOutcome<Response> Call(RequestCode code, const Request& request);
+
+  const std::chrono::milliseconds timeout_;
+  RequestExchange exchange_;
+};
+
+}  // namespace KT

@@ -1,0 +1,77 @@
+# Sourced by scripts that run the programs as a user does, on either target:
+#   use_target native|windows BIN   choose the target and a fresh machine: own pipe, own user profile
+#   start_host [ARGUMENT...]        start the host and wait until it answers
+#   stop_host                       end it in order; its exit status
+#   kill_host                       end it as a power cut would
+#   ctl ARGUMENT...                 marnockctl
+# Afterwards: $machine the folder of this machine, $store the folder of the database files, $log the host's log.
+# Everything is stopped and removed when the script ends.
+
+use_target() {
+  target=$1
+  bin=$(cd "$2" && pwd)
+  machine=$(mktemp -d)
+  log=$machine/host.log
+  host_pid=
+  trap leave_target EXIT
+  account=$(id -un)
+  if [ "$target" = native ]; then
+    export MARNOCK_ROOT=$machine
+    store=$machine/C/Users/$account/Orvnta/DeviceMgr
+    run=() suffix=
+  else
+    "$tools/new-wine-prefix" "${WINEPREFIX:?}" "$machine/wine"
+    export WINEPREFIX=$machine/wine
+    store=$WINEPREFIX/drive_c/users/$account/Orvnta/DeviceMgr
+    run=("$tools/wine-run") suffix=.exe
+  fi
+}
+
+leave_target() {
+  if [ -n "$host_pid" ]; then
+    kill -9 "$host_pid" 2>/dev/null || true
+    wait "$host_pid" 2>/dev/null || true
+  fi
+  if [ "$target" = windows ]; then
+    /usr/lib/wine/wineserver64 -k || true
+    /usr/lib/wine/wineserver64 -w || true
+  fi
+  rm -rf "$machine"
+}
+
+start_host() {
+  : > "$machine/host.out"
+  "${run[@]}" "$bin/marnock-host$suffix" "$@" > "$machine/host.out" 2>> "$log" &
+  host_pid=$!
+  for _ in $(seq 400); do
+    if grep -q '^marnock-host: ready' "$machine/host.out"; then
+      return 0
+    fi
+    if ! kill -0 "$host_pid" 2>/dev/null; then
+      break
+    fi
+    sleep 0.05
+  done
+  echo "the host did not get ready:" >&2
+  cat "$machine/host.out" "$log" >&2
+  return 1
+}
+
+# Under Wine SIGINT is the one signal that arrives as an event of the console; a shell's background job ignores it on
+# POSIX, so the other one is used there.
+stop_host() {
+  local signal=TERM status=0
+  [ "$target" = native ] || signal=INT
+  kill -s "$signal" "$host_pid"
+  wait "$host_pid" || status=$?
+  host_pid=
+  return "$status"
+}
+
+kill_host() {
+  kill -9 "$host_pid"
+  wait "$host_pid" 2>/dev/null || true
+  host_pid=
+}
+
+ctl() { "${run[@]}" "$bin/marnockctl$suffix" "$@"; }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "codec/MessageParcel.h"
+#include "codec/PayloadLimits.h"
 
 namespace KT {
 
@@ -29,17 +30,17 @@ bool Decode(std::string& payload, Message& message) {
 RegistryClient::RegistryClient(const RegistryClientOptions& options)
     : timeout_(options.timeout), exchange_(options.pipeName, options.waitForService) {}
 
-template <class Response, class Request>
-CallOutcome<Response> RegistryClient::Call(RequestCode code, const Request& request) {
-  CallOutcome<Response> outcome;
+template <class Request>
+CallOutcome<typename Request::Response> RegistryClient::Call(Request request) {
+  CallOutcome<typename Request::Response> outcome;
   const std::size_t size = EncodedSize(request);
-  if (size > MessageParcel::kMaxPayloadBytes) {
+  if (size > static_cast<std::size_t>(kMaxPayloadBytes)) {
     outcome.status = CallStatus::RequestTooLarge;
     outcome.explanation = "the request takes " + std::to_string(size) + " bytes; the service decodes at most " +
-                          std::to_string(MessageParcel::kMaxPayloadBytes);
+                          std::to_string(kMaxPayloadBytes);
     return outcome;
   }
-  RequestExchange::Answer answer = exchange_.Run(kServiceClientId, code, Encode(request, size), timeout_);
+  RequestExchange::Answer answer = exchange_.Run(kServiceClientId, Request::kCode, Encode(request, size), timeout_);
   outcome.status = answer.status;
   outcome.ipcStatus = answer.ipcStatus;
   outcome.explanation = std::move(answer.explanation);
@@ -55,19 +56,19 @@ CallOutcome<PeerSumSetResponse> RegistryClient::SetPeerDevice(const std::string&
   PeerSumSetRequest request;
   request.udId = udId;
   request.sumId = sumId;
-  return Call<PeerSumSetResponse>(kSetPeerDevice, request);
+  return Call(std::move(request));
 }
 
 CallOutcome<PeerSumGetResponse> RegistryClient::GetPeerDevice(const std::string& udId) {
   PeerSumGetRequest request;
   request.udId = udId;
-  return Call<PeerSumGetResponse>(kGetPeerDevice, request);
+  return Call(std::move(request));
 }
 
 CallOutcome<PeerSumDeleteResponse> RegistryClient::DeletePeerDevice(const std::string& udId) {
   PeerSumDeleteRequest request;
   request.udId = udId;
-  return Call<PeerSumDeleteResponse>(kDeletePeerDevice, request);
+  return Call(std::move(request));
 }
 
 }  // namespace KT

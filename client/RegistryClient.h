@@ -44,8 +44,8 @@ class RegistryClient {
   CallOutcome<PeerSumDeleteResponse> DeletePeerDevice(const std::string& udId);
 
  private:
-  template <class Response, class Request>
-  CallOutcome<Response> Call(RequestCode code, const Request& request);
+  template <class Request>
+  CallOutcome<typename Request::Response> Call(Request request);
 
   const std::chrono::milliseconds timeout_;
   RequestExchange exchange_;

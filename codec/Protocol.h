@@ -1,4 +1,4 @@
-// Where the service is reached and how its requests are numbered: what every client and the service agree on.
+// What every client and the service agree on besides the messages themselves.
 #pragma once
 
 namespace KT {
@@ -6,22 +6,8 @@ namespace KT {
 // The pipe of the assistant's IPC hub.
 inline constexpr wchar_t kPipeName[] = L"\\\\.\\Pipe\\iLumoraAssistant";
 
-// The service's own client id there; the request codes follow it.
+// The service's own client id there; the codes of its requests follow it (kCode of each request message).
 inline constexpr int kServiceClientId = 0xc40000;
-
-enum RequestCode : int {
-  kSetTrustedZentapDeviceInfo = 0xc40001,
-  kGetTrustedZentapDeviceInfo = 0xc40002,
-  kGetTrustedZentapDeviceInfoList = 0xc40003,
-  kDeleteTrustedZentapDeviceInfo = 0xc40004,
-  kSetCurrZentapDeviceInfo = 0xc40005,
-  kGetCurrZentapDeviceInfo = 0xc40006,
-  kGetCurrZentapDeviceInfoList = 0xc40007,
-  kDeleteCurrZentapDeviceInfo = 0xc40008,
-  kSetPeerDevice = 0xc40009,
-  kGetPeerDevice = 0xc4000a,
-  kDeletePeerDevice = 0xc4000b,
-};
 
 // Capacity of a reply's payload in bytes. The two lists differ although the current records are the larger ones.
 inline constexpr int kReplyCapacityBytes = 1024;

@@ -37,7 +37,7 @@ void Marnock::Init() {
 }
 
 void Marnock::RegisterIpc() {
-  std::apply([this](const auto&... row) { (RegisterMessageCallback(row.code, this, row.handler), ...); },
+  std::apply([this](const auto&... row) { (RegisterMessageCallback(row.Code(), this, row.handler), ...); },
              kRequestTable);
 }
 
@@ -60,14 +60,14 @@ bool Marnock::PostIpc(int a, int b, int c, char* data, int len) {
 
 template <class Row>
 void Marnock::Handle(const Row& row, const TagIPCMessageItem& item) {
-  platform::LogProgress(row.function, row.texts.received);
+  platform::LogProgress(row.function, row.received);
   if (item.length <= 0 || item.payload == nullptr) {
-    platform::LogFailure(row.function, row.texts.payloadMissing);
+    platform::LogFailure(row.function, row.action.payloadMissing);
     return;
   }
   const auto requestParcel = MakeParcel(item.length, item.payload, false);
   if (requestParcel == nullptr) {
-    platform::LogFailure(row.function, row.texts.requestParcelMissing);
+    platform::LogFailure(row.function, row.parcels.requestMissing);
     return;
   }
   typename Row::Request request;
@@ -79,18 +79,26 @@ void Marnock::Handle(const Row& row, const TagIPCMessageItem& item) {
 
   const auto replyParcel = MakeParcel(row.replyCapacityBytes, nullptr, true);
   if (replyParcel == nullptr) {
-    platform::LogFailure(row.function, row.texts.replyParcelMissing);
+    platform::LogFailure(row.function, row.parcels.replyMissing);
     return;
   }
   response.Serialize(replyParcel);
   if (!PostIpc(item.sender, item.replyCode, -1, reinterpret_cast<char*>(replyParcel->GetBuffer()),
                replyParcel->GetDataSize())) {
-    platform::LogFailure(row.function, row.texts.postFailed);
+    platform::LogFailure(row.function, row.action.postFailed);
   }
 }
 
-void Marnock::SetPeerDevice(TagIPCMessageItem& item) { Handle(kSetPeerDeviceRow, item); }
-void Marnock::GetPeerDevice(TagIPCMessageItem& item) { Handle(kGetPeerDeviceRow, item); }
-void Marnock::DeletePeerDevice(TagIPCMessageItem& item) { Handle(kDeletePeerDeviceRow, item); }
+void Marnock::SetTrustedZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kSetTrusted, item); }
+void Marnock::GetTrustedZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kGetTrusted, item); }
+void Marnock::GetTrustedZentapDeviceInfoList(TagIPCMessageItem& item) { Handle(kGetTrustedList, item); }
+void Marnock::DeleteTrustedZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kDeleteTrusted, item); }
+void Marnock::SetCurrZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kSetCurrent, item); }
+void Marnock::GetCurrZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kGetCurrent, item); }
+void Marnock::GetCurrZentapDeviceInfoList(TagIPCMessageItem& item) { Handle(kGetCurrentList, item); }
+void Marnock::DeleteCurrZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kDeleteCurrent, item); }
+void Marnock::SetPeerDevice(TagIPCMessageItem& item) { Handle(kSetPeerDevice, item); }
+void Marnock::GetPeerDevice(TagIPCMessageItem& item) { Handle(kGetPeerDevice, item); }
+void Marnock::DeletePeerDevice(TagIPCMessageItem& item) { Handle(kDeletePeerDevice, item); }
 
 }  // namespace KT

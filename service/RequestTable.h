@@ -5,87 +5,125 @@
 #include <tuple>
 
 #include "codec/Protocol.h"
+#include "codec/messages/CurrZentapMessages.h"
 #include "codec/messages/PeerSumMessages.h"
+#include "codec/messages/TrustedZentapMessages.h"
 #include "persistence/DevicePersistence.h"
-#include "platform/logging/LogLine.h"
 #include "service/Marnock.h"
+#include "service/RequestOperations.h"
 
 namespace KT {
 
-struct RequestTexts {
-  const char* received;
+// The texts of a failed request. Trusted and current devices share them; only the "received" text and the function name
+// tell the two apart.
+struct ActionTexts {
   const char* payloadMissing;
-  const char* requestParcelMissing;
-  const char* replyParcelMissing;
   const char* postFailed;
 };
+inline constexpr ActionTexts kSetDevice{"[KTData] Set zentap device message is null.",
+                                        "[KTData] Set zentap device ipc msg failed."};
+inline constexpr ActionTexts kDeleteDevice{"[KTData] Delete zentap device message is null.",
+                                           "[KTData] Delete zentap device ipc msg failed."};
+inline constexpr ActionTexts kGetDevice{"[KTData] Zentap device message is null.",
+                                        "[KTData] Get zentap device ipc msg failed."};
+inline constexpr ActionTexts kGetDeviceList{"[KTData] Zentap device list message is null.",
+                                            "[KTData] Get zentap device list ipc msg failed."};
+inline constexpr ActionTexts kSetPeer{"[KTData] Set peer device message is null.",
+                                      "[KTData] Set peer device ipc msg failed."};
+inline constexpr ActionTexts kDeletePeer{"[KTData] Delete peer device message is null.",
+                                         "[KTData] Delete peer device ipc msg failed."};
+inline constexpr ActionTexts kGetPeer{"[KTData] Get peer device message is null.",
+                                      "[KTData] Get peer device ipc msg failed."};
+
+struct ParcelTexts {
+  const char* requestMissing;
+  const char* replyMissing;
+};
+inline constexpr ParcelTexts kDeviceParcels{"[KTData] Deserialize zentap device make shared failed.",
+                                            "[KTData] Serialize zentap device make shared failed."};
+inline constexpr ParcelTexts kDeviceListParcels{"[KTData] Deserialize zentap device list make shared failed.",
+                                                "[KTData] Serialize zentap device list make shared failed."};
+inline constexpr ParcelTexts kPeerParcels{"[KTData] Deserialize peer device make shared failed.",
+                                          "[KTData] Serialize peer device make shared failed."};
 
 // `apply` runs the store operation and fills the response; `logResult` writes the result line.
-template <class RequestType, class ResponseType>
+template <class RequestType>
 struct RequestRow {
   using Request = RequestType;
-  using Response = ResponseType;
+  using Response = typename RequestType::Response;
 
-  RequestCode code;
-  void (Marnock::*handler)(TagIPCMessageItem&);
   const char* function;
-  RequestTexts texts;
+  void (Marnock::*handler)(TagIPCMessageItem&);
+  const char* received;
+  ActionTexts action;
+  ParcelTexts parcels;
   int replyCapacityBytes;
   void (*apply)(DevicePersistence& store, const Request& request, Response& response);
   void (*logResult)(const char* function, const Request& request, const Response& response);
+
+  static constexpr int Code() { return Request::kCode; }
 };
 
-// The four forms of the result line.
-template <class Request, class Response>
-void LogPeerResult(const char* function, const Request& request, const Response& response) {
-  platform::LogProgress(function, "[KTData] udId:", request.udId, ", result:", response.result);
-}
+using Store = DevicePersistence;
 
-inline void LogPeerRead(const char* function, const PeerSumGetRequest& request, const PeerSumGetResponse& response) {
-  platform::LogProgress(function, "[KTData] udId:", request.udId, ", sumId:", response.sumId,
-                        ", result:", response.result);
-}
+inline constexpr RequestRow<TrustedZentapDeviceSetRequest> kSetTrusted{
+    "KT::Marnock::SetTrustedZentapDeviceInfo", &Marnock::SetTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of setting zentap device.", kSetDevice, kDeviceParcels, kReplyCapacityBytes,
+    &SetDevice<&Store::SetTrustedZentapDeviceInfo>, &LogDeviceResult};
 
-inline constexpr RequestRow<PeerSumSetRequest, PeerSumSetResponse> kSetPeerDeviceRow{
-    kSetPeerDevice,
-    &Marnock::SetPeerDevice,
-    "KT::Marnock::SetPeerDevice",
-    {"[KTData] Received the request event of setting peer device.", "[KTData] Set peer device message is null.",
-     "[KTData] Deserialize peer device make shared failed.", "[KTData] Serialize peer device make shared failed.",
-     "[KTData] Set peer device ipc msg failed."},
-    kReplyCapacityBytes,
-    [](DevicePersistence& store, const PeerSumSetRequest& request, PeerSumSetResponse& response) {
-      response.result = store.SetPeerDevice(request.udId, request.sumId);
-    },
-    &LogPeerResult};
+inline constexpr RequestRow<TrustedZentapDeviceGetRequest> kGetTrusted{
+    "KT::Marnock::GetTrustedZentapDeviceInfo", &Marnock::GetTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of getting zentap device.", kGetDevice, kDeviceParcels, kReplyCapacityBytes,
+    &GetDevice<&Store::GetTrustedZentapDeviceInfo>, &LogDeviceResult};
 
-inline constexpr RequestRow<PeerSumGetRequest, PeerSumGetResponse> kGetPeerDeviceRow{
-    kGetPeerDevice,
-    &Marnock::GetPeerDevice,
-    "KT::Marnock::GetPeerDevice",
-    {"[KTData] Received the request event of getting peer device.", "[KTData] Get peer device message is null.",
-     "[KTData] Deserialize peer device make shared failed.", "[KTData] Serialize peer device make shared failed.",
-     "[KTData] Get peer device ipc msg failed."},
-    kReplyCapacityBytes,
-    [](DevicePersistence& store, const PeerSumGetRequest& request, PeerSumGetResponse& response) {
-      response.result = store.GetPeerDevice(request.udId, response.sumId);
-    },
-    &LogPeerRead};
+inline constexpr RequestRow<TrustedZentapDeviceGetListRequest> kGetTrustedList{
+    "KT::Marnock::GetTrustedZentapDeviceInfoList", &Marnock::GetTrustedZentapDeviceInfoList,
+    "[KTData] Received the request event of getting zentap device list.", kGetDeviceList, kDeviceListParcels,
+    kTrustedListReplyCapacityBytes, &GetDeviceList<&Store::GetTrustedZentapDeviceInfoList>, &LogListResult};
 
-inline constexpr RequestRow<PeerSumDeleteRequest, PeerSumDeleteResponse> kDeletePeerDeviceRow{
-    kDeletePeerDevice,
-    &Marnock::DeletePeerDevice,
-    "KT::Marnock::DeletePeerDevice",
-    {"[KTData] Received the request event of deleting peer device.", "[KTData] Delete peer device message is null.",
-     "[KTData] Deserialize peer device make shared failed.", "[KTData] Serialize peer device make shared failed.",
-     "[KTData] Delete peer device ipc msg failed."},
-    kReplyCapacityBytes,
-    [](DevicePersistence& store, const PeerSumDeleteRequest& request, PeerSumDeleteResponse& response) {
-      response.result = store.DeletePeerDevice(request.udId);
-    },
-    &LogPeerResult};
+inline constexpr RequestRow<TrustedZentapDeviceDeleteRequest> kDeleteTrusted{
+    "KT::Marnock::DeleteTrustedZentapDeviceInfo", &Marnock::DeleteTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of deleting zentap device.", kDeleteDevice, kDeviceParcels,
+    kReplyCapacityBytes, &DeleteDevice<&Store::DeleteTrustedZentapDeviceInfo>, &LogDeviceResult};
 
-// In the order in which they are registered.
-inline constexpr auto kRequestTable = std::tuple(kSetPeerDeviceRow, kGetPeerDeviceRow, kDeletePeerDeviceRow);
+inline constexpr RequestRow<CurrZentapDeviceSetRequest> kSetCurrent{
+    "KT::Marnock::SetCurrZentapDeviceInfo", &Marnock::SetCurrZentapDeviceInfo,
+    "[KTData] Received the request event of setting curr zentap device.", kSetDevice, kDeviceParcels,
+    kReplyCapacityBytes, &SetDevice<&Store::SetCurrZentapDeviceInfo>, &LogDeviceResult};
+
+inline constexpr RequestRow<CurrZentapDeviceGetRequest> kGetCurrent{
+    "KT::Marnock::GetCurrZentapDeviceInfo", &Marnock::GetCurrZentapDeviceInfo,
+    "[KTData] Received the request event of getting curr zentap device.", kGetDevice, kDeviceParcels,
+    kReplyCapacityBytes, &GetDevice<&Store::GetCurrZentapDeviceInfo>, &LogDeviceResult};
+
+inline constexpr RequestRow<CurrZentapDeviceGetListRequest> kGetCurrentList{
+    "KT::Marnock::GetCurrZentapDeviceInfoList", &Marnock::GetCurrZentapDeviceInfoList,
+    "[KTData] Received the request event of getting curr zentap device list.", kGetDeviceList, kDeviceListParcels,
+    kCurrentListReplyCapacityBytes, &GetDeviceList<&Store::GetCurrZentapDeviceInfoList>, &LogListResult};
+
+inline constexpr RequestRow<CurrZentapDeviceDeleteRequest> kDeleteCurrent{
+    "KT::Marnock::DeleteCurrZentapDeviceInfo", &Marnock::DeleteCurrZentapDeviceInfo,
+    "[KTData] Received the request event of deleting curr zentap device.", kDeleteDevice, kDeviceParcels,
+    kReplyCapacityBytes, &DeleteDevice<&Store::DeleteCurrZentapDeviceInfo>, &LogDeviceResult};
+
+inline constexpr RequestRow<PeerSumSetRequest> kSetPeerDevice{
+    "KT::Marnock::SetPeerDevice", &Marnock::SetPeerDevice,
+    "[KTData] Received the request event of setting peer device.", kSetPeer, kPeerParcels, kReplyCapacityBytes,
+    &SetPeer, &LogPeerResult};
+
+inline constexpr RequestRow<PeerSumGetRequest> kGetPeerDevice{
+    "KT::Marnock::GetPeerDevice", &Marnock::GetPeerDevice,
+    "[KTData] Received the request event of getting peer device.", kGetPeer, kPeerParcels, kReplyCapacityBytes,
+    &GetPeer, &LogPeerRead};
+
+inline constexpr RequestRow<PeerSumDeleteRequest> kDeletePeerDevice{
+    "KT::Marnock::DeletePeerDevice", &Marnock::DeletePeerDevice,
+    "[KTData] Received the request event of deleting peer device.", kDeletePeer, kPeerParcels, kReplyCapacityBytes,
+    &DeletePeer, &LogPeerResult};
+
+// In the order of their codes, which is the order of registration.
+inline constexpr auto kRequestTable =
+    std::tuple(kSetTrusted, kGetTrusted, kGetTrustedList, kDeleteTrusted, kSetCurrent, kGetCurrent, kGetCurrentList,
+               kDeleteCurrent, kSetPeerDevice, kGetPeerDevice, kDeletePeerDevice);
 
 }  // namespace KT

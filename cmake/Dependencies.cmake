@@ -43,8 +43,6 @@ if(MARNOCK_BUILD_TESTS)
   # The sources rather than a built library: the same tests run on both targets and under every sanitizer.
   if(EXISTS /usr/src/googletest/CMakeLists.txt)
     add_subdirectory(/usr/src/googletest googletest EXCLUDE_FROM_ALL SYSTEM)
-    add_library(GTest::gtest_main ALIAS gtest_main)
-    add_library(GTest::gtest ALIAS gtest)
   else()
     find_package(GTest CONFIG REQUIRED)
   endif()

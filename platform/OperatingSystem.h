@@ -20,13 +20,16 @@ using UserToken = void*;
 // Values of the Windows API, from winnt.h, fileapi.h and winerror.h; the POSIX port reports the same ones.
 inline constexpr Dword kInvalidFileAttributes = 0xFFFFFFFF;
 inline constexpr Dword kFileAttributeDirectory = 16;
+inline constexpr Dword kFileAttributeNormal = 128;
 inline constexpr Dword kErrorFileNotFound = 2;
 inline constexpr Dword kErrorPathNotFound = 3;
 inline constexpr Dword kErrorAccessDenied = 5;
+inline constexpr Dword kErrorInvalidHandle = 6;
 inline constexpr Dword kErrorGeneralFailure = 31;
 inline constexpr Dword kErrorAlreadyExists = 183;
 inline constexpr Dword kErrorMoreData = 234;
 inline constexpr Dword kErrorNoToken = 1008;
+inline constexpr Dword kErrorNoneMapped = 1332;
 
 class OperatingSystem {
  public:
@@ -39,7 +42,8 @@ class OperatingSystem {
   // lacks the privilege. POSIX: always false with kErrorNoToken, since the port runs as the console user itself.
   virtual bool WTSQueryUserToken(Dword session, UserToken* token) = 0;
 
-  // Makes the calling thread act as the token's user. Returns the call's BOOL as it stands: 1 on success.
+  // Makes the calling thread act as the token's user. Returns the call's BOOL as it stands: 1 on success. POSIX: there
+  // are no tokens, so 0 with kErrorInvalidHandle, as for CloseHandle.
   virtual int ImpersonateLoggedOnUser(UserToken token) = 0;
 
   // Ends the calling thread's impersonation. Returns false on failure.
@@ -48,20 +52,22 @@ class OperatingSystem {
   // Writes the calling thread's user in SAM-compatible form (MACHINE\account) with a terminating zero. `size` is the
   // capacity of `buffer` in characters, and on success the number written without the zero. On failure the result is
   // false and the buffer untouched; when it was too small, GetLastError is kErrorMoreData and `size` what is needed.
-  // POSIX: MARNOCK_CONSOLE_USER, else HOSTNAME\account of the effective user.
+  // POSIX: MARNOCK_CONSOLE_USER where that is set and not empty, else HOSTNAME\account of the effective user, or
+  // kErrorNoneMapped when the user database does not know that one.
   virtual bool GetUserNameSamCompatible(wchar_t* buffer, Dword* size) = 0;
 
   // Closes a token. Returns false on failure.
   virtual bool CloseHandle(UserToken token) = 0;
 
-  // The error number of the calling thread's last failed call above or below.
+  // The error number of the calling thread's last failed call above or below; a call that succeeds need not clear it.
+  // POSIX: numbers without a Windows counterpart become kErrorGeneralFailure.
   virtual Dword GetLastError() = 0;
 
-  // The attribute bits of a file or directory, or kInvalidFileAttributes. POSIX: only the directory bit is reported.
+  // The attribute bits of a file or directory, or kInvalidFileAttributes. POSIX: kFileAttributeDirectory or
+  // kFileAttributeNormal; symbolic links are followed, so one that leads nowhere counts as absent.
   virtual Dword GetFileAttributesW(const std::wstring& path) = 0;
 
-  // Renames within one volume. Fails with kErrorAlreadyExists when `to` exists, as it does on Windows; POSIX therefore
-  // uses renameat2 with RENAME_NOREPLACE.
+  // Renames within one volume. Fails with kErrorAlreadyExists when `to` exists, on the POSIX port as well.
   virtual bool MoveFileW(const std::wstring& from, const std::wstring& to) = 0;
 
   // Deletes a file; a directory is refused with kErrorAccessDenied.

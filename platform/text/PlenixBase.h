@@ -6,9 +6,9 @@
 #include "assistant_export.h"
 
 // Wide strings hold UTF-16 on Windows and UTF-32 on the POSIX port. Both conversions are exact on well-formed text,
-// code points beyond U+FFFF and embedded zeros included; each ill-formed sequence (a lone surrogate, a stray or missing
-// continuation byte, an overlong form, a value beyond U+10FFFF) becomes U+FFFD. Neither throws anything but
-// std::bad_alloc. Any thread.
+// code points beyond U+FFFF and embedded zeros included; where text is ill-formed (a lone surrogate, a stray or missing
+// continuation byte, an overlong form, a value beyond U+10FFFF) U+FFFD takes the place of each maximal subpart, see
+// CodePoint.h. Neither throws anything but std::bad_alloc. Any thread.
 class ASSISTANT_EXPORT PlenixBase {
  public:
   static std::string UnicodeToUTF8(const std::wstring& text);

@@ -1,0 +1,144 @@
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include "platform/MachineRoot.h"
+#include "platform/OperatingSystem.h"
+#include "platform/WindowsError.h"
+#include "platform/text/WideText.h"
+
+namespace platform {
+
+namespace {
+
+// A plain number on purpose: it needs no destructor when a thread ends.
+thread_local Dword t_lastError = 0;
+
+bool Fail(Dword error) {
+  t_lastError = error;
+  return false;
+}
+
+// A std::filesystem::path made from a wide string would go through the C locale and throw on what it cannot convert.
+std::string PosixPath(const std::wstring& windowsPath) { return PathInMachineRoot(ToUtf8(windowsPath)); }
+
+bool IsDirectory(const std::filesystem::path& path) {
+  std::error_code ignored;
+  return std::filesystem::is_directory(path, ignored);
+}
+
+// Why there is nothing at `path`: Windows tells a missing file from a missing folder.
+Dword MissingBecause(const std::string& path) {
+  return IsDirectory(std::filesystem::path(path).parent_path()) ? kErrorFileNotFound : kErrorPathNotFound;
+}
+
+Dword ErrorAt(const std::string& path, int errnoValue) {
+  return errnoValue == ENOENT ? MissingBecause(path) : WindowsErrorOf(errnoValue);
+}
+
+std::string HostName() {
+  char name[HOST_NAME_MAX + 1] = {};
+  return gethostname(name, HOST_NAME_MAX) == 0 ? name : "localhost";
+}
+
+// The effective user's account name, or an empty string when the user database does not know it.
+std::string AccountName() {
+  std::vector<char> buffer(16384);
+  passwd entry{};
+  passwd* found = nullptr;
+  const int error = getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found);
+  return error == 0 && found != nullptr ? found->pw_name : std::string();
+}
+
+// In SAM-compatible form; empty when it cannot be found out.
+std::string ConsoleUser() {
+  if (const char* const name = std::getenv("MARNOCK_CONSOLE_USER"); name != nullptr && *name != '\0') {
+    return name;
+  }
+  const std::string account = AccountName();
+  return account.empty() ? account : HostName() + '\\' + account;
+}
+
+class PosixOperatingSystem final : public OperatingSystem {
+ public:
+  Dword WTSGetActiveConsoleSessionId() override { return 1; }
+  bool WTSQueryUserToken(Dword, UserToken*) override { return Fail(kErrorNoToken); }
+  int ImpersonateLoggedOnUser(UserToken) override { return Fail(kErrorInvalidHandle) ? 1 : 0; }
+  bool RevertToSelf() override { return true; }
+  bool CloseHandle(UserToken) override { return Fail(kErrorInvalidHandle); }
+  Dword GetLastError() override { return t_lastError; }
+
+  bool GetUserNameSamCompatible(wchar_t* buffer, Dword* size) override {
+    const std::wstring name = ToWide(ConsoleUser());
+    if (name.empty()) {
+      return Fail(kErrorNoneMapped);
+    }
+    const auto length = static_cast<Dword>(name.size());
+    const bool fits = length < *size;
+    *size = fits ? length : length + 1;
+    if (!fits) {
+      return Fail(kErrorMoreData);
+    }
+    std::memcpy(buffer, name.c_str(), (name.size() + 1) * sizeof(wchar_t));
+    return true;
+  }
+
+  Dword GetFileAttributesW(const std::wstring& path) override {
+    const std::string name = PosixPath(path);
+    struct stat status {};
+    if (stat(name.c_str(), &status) != 0) {
+      Fail(ErrorAt(name, errno));
+      return kInvalidFileAttributes;
+    }
+    return S_ISDIR(status.st_mode) ? kFileAttributeDirectory : kFileAttributeNormal;
+  }
+
+  bool MoveFileW(const std::wstring& from, const std::wstring& to) override {
+    const std::string source = PosixPath(from);
+    const std::string target = PosixPath(to);
+    if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+      return true;
+    }
+    const int error = errno;
+    struct stat status {};
+    const bool sourceIsThere = lstat(source.c_str(), &status) == 0;
+    return Fail(ErrorAt(sourceIsThere ? target : source, error));
+  }
+
+  bool DeleteFileW(const std::wstring& path) override {
+    const std::string name = PosixPath(path);
+    return unlink(name.c_str()) == 0 || Fail(ErrorAt(name, errno));
+  }
+
+  bool Exists(const std::wstring& path) override { return std::filesystem::exists(PosixPath(path)); }
+
+  bool CreateDirectories(const std::wstring& path) override {
+    return std::filesystem::create_directories(PosixPath(path));
+  }
+
+  void AddOwnerAllOthersRead(const std::wstring& path) override {
+    using std::filesystem::perms;
+    std::filesystem::permissions(PosixPath(path), perms::owner_all | perms::others_read,
+                                 std::filesystem::perm_options::add);
+  }
+
+  std::string SqliteFileName(const std::string& path) override { return PathInMachineRoot(path); }
+};
+
+}  // namespace
+
+OperatingSystem& RealOperatingSystem() {
+  static PosixOperatingSystem system;
+  return system;
+}
+
+}  // namespace platform

@@ -5,6 +5,7 @@
 
 #include "codec/MessageParcel.h"
 #include "codec/PayloadLimits.h"
+#include "codec/messages/EncodedSize.h"
 
 namespace KT {
 
@@ -28,7 +29,7 @@ bool Decode(std::string& payload, Message& message) {
 }  // namespace
 
 RegistryClient::RegistryClient(const RegistryClientOptions& options)
-    : timeout_(options.timeout), exchange_(options.pipeName, options.waitForService) {}
+    : pkgName_(options.pkgName), timeout_(options.timeout), exchange_(options.pipeName, options.waitForService) {}
 
 template <class Request>
 CallOutcome<typename Request::Response> RegistryClient::Call(Request request) {
@@ -50,6 +51,55 @@ CallOutcome<typename Request::Response> RegistryClient::Call(Request request) {
                           " bytes is not the message that belongs to this request";
   }
   return outcome;
+}
+
+template <class Request>
+CallOutcome<typename Request::Response> RegistryClient::CallFor(const std::string& sumId, Request request) {
+  request.pkgName = pkgName_;
+  request.sumId = sumId;
+  return Call(std::move(request));
+}
+
+CallOutcome<TrustedZentapDeviceSetResponse> RegistryClient::SetTrustedZentapDeviceInfo(
+    const std::string& sumId, const BluetoothDeviceSummary& info) {
+  TrustedZentapDeviceSetRequest request;
+  request.info = info;
+  return CallFor(sumId, std::move(request));
+}
+
+CallOutcome<CurrZentapDeviceSetResponse> RegistryClient::SetCurrZentapDeviceInfo(const std::string& sumId,
+                                                                                 const CurrZentapDeviceInfo& info) {
+  CurrZentapDeviceSetRequest request;
+  request.info = info;
+  return CallFor(sumId, std::move(request));
+}
+
+CallOutcome<TrustedZentapDeviceGetResponse> RegistryClient::GetTrustedZentapDeviceInfo(const std::string& sumId) {
+  return CallFor<TrustedZentapDeviceGetRequest>(sumId);
+}
+
+CallOutcome<CurrZentapDeviceGetResponse> RegistryClient::GetCurrZentapDeviceInfo(const std::string& sumId) {
+  return CallFor<CurrZentapDeviceGetRequest>(sumId);
+}
+
+CallOutcome<TrustedZentapDeviceGetListResponse> RegistryClient::GetTrustedZentapDeviceInfoList() {
+  TrustedZentapDeviceGetListRequest request;
+  request.pkgName = pkgName_;
+  return Call(std::move(request));
+}
+
+CallOutcome<CurrZentapDeviceGetListResponse> RegistryClient::GetCurrZentapDeviceInfoList() {
+  CurrZentapDeviceGetListRequest request;
+  request.pkgName = pkgName_;
+  return Call(std::move(request));
+}
+
+CallOutcome<TrustedZentapDeviceDeleteResponse> RegistryClient::DeleteTrustedZentapDeviceInfo(const std::string& sumId) {
+  return CallFor<TrustedZentapDeviceDeleteRequest>(sumId);
+}
+
+CallOutcome<CurrZentapDeviceDeleteResponse> RegistryClient::DeleteCurrZentapDeviceInfo(const std::string& sumId) {
+  return CallFor<CurrZentapDeviceDeleteRequest>(sumId);
 }
 
 CallOutcome<PeerSumSetResponse> RegistryClient::SetPeerDevice(const std::string& udId, const std::string& sumId) {

@@ -7,7 +7,9 @@
 #include "client/CallStatus.h"
 #include "client/RequestExchange.h"
 #include "codec/Protocol.h"
+#include "codec/messages/CurrZentapMessages.h"
 #include "codec/messages/PeerSumMessages.h"
+#include "codec/messages/TrustedZentapMessages.h"
 
 namespace KT {
 
@@ -25,6 +27,7 @@ struct CallOutcome {
 
 struct RegistryClientOptions {
   std::wstring pipeName = kPipeName;
+  std::string pkgName = "marnock-client";    // who asks: logged by the service and echoed in most answers
   std::chrono::milliseconds timeout{5'000};  // for each call, connecting included
   bool waitForService = true;                // false: a call fails at once when no hub is there
 };
@@ -38,15 +41,38 @@ class RegistryClient {
  public:
   explicit RegistryClient(const RegistryClientOptions& options = {});
 
+  // Replaces what is stored under `sumId`. Fields that the table has no column for are not kept.
+  CallOutcome<TrustedZentapDeviceSetResponse> SetTrustedZentapDeviceInfo(const std::string& sumId,
+                                                                         const BluetoothDeviceSummary& info);
+  CallOutcome<CurrZentapDeviceSetResponse> SetCurrZentapDeviceInfo(const std::string& sumId,
+                                                                   const CurrZentapDeviceInfo& info);
+
+  // An unknown sumId is answered with result 0 and a default record.
+  CallOutcome<TrustedZentapDeviceGetResponse> GetTrustedZentapDeviceInfo(const std::string& sumId);
+  CallOutcome<CurrZentapDeviceGetResponse> GetCurrZentapDeviceInfo(const std::string& sumId);
+
+  // Refused with IpcStatus::UnsendableAnswer when the list passes kTrustedListReplyCapacityBytes or
+  // kCurrentListReplyCapacityBytes.
+  CallOutcome<TrustedZentapDeviceGetListResponse> GetTrustedZentapDeviceInfoList();
+  CallOutcome<CurrZentapDeviceGetListResponse> GetCurrZentapDeviceInfoList();
+
+  // Deleting what is not there is answered with result 0.
+  CallOutcome<TrustedZentapDeviceDeleteResponse> DeleteTrustedZentapDeviceInfo(const std::string& sumId);
+  CallOutcome<CurrZentapDeviceDeleteResponse> DeleteCurrZentapDeviceInfo(const std::string& sumId);
+
   CallOutcome<PeerSumSetResponse> SetPeerDevice(const std::string& udId, const std::string& sumId);
   // An unknown udId is answered with result 0 and an empty sumId.
   CallOutcome<PeerSumGetResponse> GetPeerDevice(const std::string& udId);
   CallOutcome<PeerSumDeleteResponse> DeletePeerDevice(const std::string& udId);
 
  private:
+  // Puts the package name and, where there is one, the key into `request` and sends it.
+  template <class Request>
+  CallOutcome<typename Request::Response> CallFor(const std::string& sumId, Request request = {});
   template <class Request>
   CallOutcome<typename Request::Response> Call(Request request);
 
+  const std::string pkgName_;
   const std::chrono::milliseconds timeout_;
   RequestExchange exchange_;
 };

@@ -2,8 +2,6 @@
 
 #include <utf8.h>
 
-#include <nlohmann/json.hpp>
-
 namespace KT {
 
 namespace {
@@ -18,6 +16,30 @@ void AppendHex(std::string& text, char byte) {
 
 bool IsControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }
 
+// The value of a hexadecimal digit, or nothing.
+std::optional<unsigned> DigitValue(char digit) {
+  if (digit >= '0' && digit <= '9') return static_cast<unsigned>(digit - '0');
+  if (digit >= 'a' && digit <= 'f') return static_cast<unsigned>(digit - 'a' + 10);
+  if (digit >= 'A' && digit <= 'F') return static_cast<unsigned>(digit - 'A' + 10);
+  return std::nullopt;
+}
+
+std::optional<std::string> FromHex(const std::string& hex) {
+  if (hex.size() % 2 != 0) {
+    return std::nullopt;
+  }
+  std::string bytes;
+  for (std::size_t i = 0; i < hex.size(); i += 2) {
+    const auto high = DigitValue(hex[i]);
+    const auto low = DigitValue(hex[i + 1]);
+    if (!high.has_value() || !low.has_value()) {
+      return std::nullopt;
+    }
+    bytes += static_cast<char>(*high << 4 | *low);
+  }
+  return bytes;
+}
+
 void AppendWellFormed(std::string& text, char byte) {
   if (byte == '\\') {
     text += "\\\\";
@@ -31,7 +53,7 @@ void AppendWellFormed(std::string& text, char byte) {
 
 }  // namespace
 
-nlohmann::json ToJson(const std::string& bytes) {
+Json ToJson(const std::string& bytes) {
   if (utf8::is_valid(bytes.begin(), bytes.end())) {
     return bytes;
   }
@@ -39,7 +61,17 @@ nlohmann::json ToJson(const std::string& bytes) {
   for (const char byte : bytes) {
     AppendHex(hex, byte);
   }
-  return nlohmann::json{{"hex", hex}};
+  return Json{{"hex", hex}};
+}
+
+std::optional<std::string> BytesFromJson(const Json& value) {
+  if (value.is_string()) {
+    return value.get<std::string>();
+  }
+  if (value.is_object() && value.size() == 1 && value.contains("hex") && value["hex"].is_string()) {
+    return FromHex(value["hex"].get<std::string>());
+  }
+  return std::nullopt;
 }
 
 std::string ToTerminalText(const std::string& bytes) {

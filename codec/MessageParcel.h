@@ -1,0 +1,77 @@
+// One message payload with the stream that reads or writes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "codec/DataStream.h"
+#include "codec/IpcBufferBuild.h"
+
+namespace KT {
+
+// A reading parcel wraps the caller's bytes, a writing parcel has a buffer of its own. Made with std::make_shared, used
+// for one message in one direction, by one thread.
+//
+// A parcel that could not be set up has no stream: writes do nothing and record nothing, reads give -1 or "". The log
+// says why.
+class MessageParcel {
+ public:
+  // The largest payload that a parcel accepts, in either direction: a larger request is not decoded at all.
+  static constexpr std::size_t kMaxPayloadBytes = 10240;
+
+  // Reading: `buffer` holds `size` bytes, is not owned and must outlive the parcel; `allocate` is false.
+  // Writing: `buffer` is ignored, `size` is the capacity in bytes, `allocate` is true.
+  // `size` is 1 to kMaxPayloadBytes.
+  MessageParcel(std::uint32_t size, std::uint8_t* buffer, bool allocate);
+  ~MessageParcel();
+  MessageParcel(const MessageParcel&) = delete;
+  MessageParcel& operator=(const MessageParcel&) = delete;
+
+  // What the constructor does. Called once more it starts the parcel afresh, except for the results recorded so far.
+  void Init(std::uint8_t* buffer, std::int32_t size, bool allocate);
+
+  // Each write records its result: the bytes it accounts for, or -1. A string records 1 when its bytes did not fit, so
+  // that only integers make the data size negative. Clients in use rely on that difference.
+  void WriteString(std::string text) {
+    if (stream_ != nullptr) Record(stream_->WriteUtf8String(text));
+  }
+  void WriteInt32(std::int32_t value) {
+    if (stream_ != nullptr) Record(stream_->WriteInt32(value));
+  }
+  void WriteInt64(std::int64_t value) {
+    if (stream_ != nullptr) Record(stream_->WriteInt64(value));
+  }
+
+  // Past the end of the payload an integer reads as 0. A string whose bytes run short reads with its announced length.
+  std::string ReadString() { return stream_ != nullptr ? stream_->ReadUtf8String() : std::string(); }
+  std::int32_t ReadInt32() { return stream_ != nullptr ? stream_->ReadInt32() : -1; }
+  std::int64_t ReadInt64() { return stream_ != nullptr ? stream_->ReadInt64() : -1; }
+
+  // The payload's bytes; valid as long as the parcel (writing) or the caller's buffer (reading).
+  std::uint8_t* GetBuffer() { return buffer_; }
+
+  // The sum of the recorded results up to the first negative one, or that one. Where every write fitted, the number of
+  // bytes written. It can pass the capacity by 2 when the last string did not fit; those bytes
+  // can be read and are zero.
+  std::int32_t GetDataSize() const;
+
+ private:
+  // What a writing parcel holds behind its capacity. Of a message that does not fit, at most the string at its very end
+  // fails unnoticed, and such a string makes GetDataSize pass the capacity by 2 at most: by its length prefix, which
+  // counts although it was not written. Whoever sends that many bytes still reads the parcel's own.
+  static constexpr std::size_t kSpareBytes = 2;
+
+  void Record(std::uint32_t result);
+  void FreeOwnBuffer();
+
+  bool ownsBuffer_ = false;
+  std::uint8_t* buffer_ = nullptr;
+  std::unique_ptr<cohesa::DataStream> stream_;
+  std::unique_ptr<cohesa::IpcBufferBuild> channel_;
+  std::vector<std::int32_t> results_;
+};
+
+}  // namespace KT

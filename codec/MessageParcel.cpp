@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "codec/PayloadLimits.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -26,7 +27,7 @@ MessageParcel::~MessageParcel() {
 }
 
 void MessageParcel::Init(std::uint8_t* buffer, std::int32_t size, bool allocate) {
-  if (size < 1 || static_cast<std::size_t>(size) > kMaxPayloadBytes) {
+  if (size < 1 || size > kMaxPayloadBytes) {
     platform::LogFailure(kInit, "The parameter invalid.");
     return;
   }

@@ -1,7 +1,6 @@
 // One message payload with the stream that reads or writes it.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -19,9 +18,6 @@ namespace KT {
 // says why.
 class MessageParcel {
  public:
-  // The largest payload that a parcel accepts, in either direction: a larger request is not decoded at all.
-  static constexpr std::size_t kMaxPayloadBytes = 10240;
-
   // Reading: `buffer` holds `size` bytes, is not owned and must outlive the parcel; `allocate` is false.
   // Writing: `buffer` is ignored, `size` is the capacity in bytes, `allocate` is true.
   // `size` is 1 to kMaxPayloadBytes.
@@ -59,11 +55,6 @@ class MessageParcel {
   std::int32_t GetDataSize() const;
 
  private:
-  // What a writing parcel holds behind its capacity. Of a message that does not fit, at most the string at its very end
-  // fails unnoticed, and such a string makes GetDataSize pass the capacity by 2 at most: by its length prefix, which
-  // counts although it was not written. Whoever sends that many bytes still reads the parcel's own.
-  static constexpr std::size_t kSpareBytes = 2;
-
   void Record(std::uint32_t result);
   void FreeOwnBuffer();
 

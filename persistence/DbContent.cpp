@@ -1,0 +1,10 @@
+#include "persistence/DbContent.h"
+
+#include <SQLiteCpp/Database.h>
+
+namespace KT {
+
+DbContent::DbContent() = default;
+DbContent::~DbContent() = default;
+
+}  // namespace KT

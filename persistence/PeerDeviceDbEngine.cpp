@@ -1,0 +1,86 @@
+#include "persistence/PeerDeviceDbEngine.h"
+
+#include <SQLiteCpp/Column.h>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <sstream>
+
+#include "persistence/DatabaseFiles.h"
+#include "persistence/Guarded.h"
+#include "platform/logging/LogLine.h"
+
+namespace KT {
+
+namespace {
+
+constexpr const char* kInit = "KT::PeerDeviceDbEngine::Init";
+constexpr const char* kAddPeerDevice = "KT::PeerDeviceDbEngine::AddPeerDevice";
+constexpr const char* kDeletePeerDevice = "KT::PeerDeviceDbEngine::DeletePeerDevice";
+constexpr const char* kUpdatePeerDevice = "KT::PeerDeviceDbEngine::UpdatePeerDevice";
+constexpr const char* kQueryPeerDevice = "KT::PeerDeviceDbEngine::QueryPeerDevice";
+
+}  // namespace
+
+PeerDeviceDbEngine::PeerDeviceDbEngine() { Init(); }
+
+bool PeerDeviceDbEngine::Init() {
+  content_.keyColumn = "udId";
+  content_.tableName = "PEER_DEVICE";
+  content_.dirPath = kDatabaseFolder;
+  content_.fileName = std::string("PeerDeviceInfo1") + kDatabaseFileName;
+  if (!InitDb(content_)) {
+    platform::LogFailure(kInit, "[KTData] Init peer device database failed.");
+    return false;
+  }
+  return true;
+}
+
+bool PeerDeviceDbEngine::AddPeerDevice(const std::string& udId, const std::string& sumId) {
+  return IsOpen(content_, kAddPeerDevice) && Guarded("[KTData] Add peer device failed:", kAddPeerDevice, [&] {
+           std::ostringstream text;
+           text << "INSERT INTO " << content_.tableName;
+           AppendInsertColumns(text);
+           SQLite::Statement insert(*content_.dbContentPtr, text.str());
+           insert.bind(1, udId);
+           insert.bind(2, sumId);
+           insert.exec();
+           return true;
+         });
+}
+
+bool PeerDeviceDbEngine::DeletePeerDevice(const std::string& udId) {
+  if (!IsOpen(content_, kDeletePeerDevice)) {
+    return false;
+  }
+  platform::LogProgress(kDeletePeerDevice, "[KTData] Delete peer device.");
+  return DeleteRows("udId", udId, content_, kDeletePeerDevice);
+}
+
+bool PeerDeviceDbEngine::UpdatePeerDevice(const std::string& udId, const std::string& sumId) {
+  return IsOpen(content_, kUpdatePeerDevice) && Guarded("[KTData] Update peer device failed:", kUpdatePeerDevice, [&] {
+           DeletePeerDevice(udId);
+           return AddPeerDevice(udId, sumId);
+         });
+}
+
+bool PeerDeviceDbEngine::QueryPeerDevice(const std::string& udId, std::string& sumId) {
+  return IsOpen(content_, kQueryPeerDevice) && Guarded("[KTData] Get peer device failed:", kQueryPeerDevice, [&] {
+           SQLite::Statement select(*content_.dbContentPtr,
+                                    "SELECT * FROM " + content_.tableName + " WHERE udId = '" + udId + "';");
+           while (select.executeStep()) {
+             sumId = select.getColumn("sumId").getString();
+           }
+           return true;
+         });
+}
+
+void PeerDeviceDbEngine::AppendColumnDefs(std::ostream& statement) const {
+  statement << "(id INTEGER PRIMARY KEY AUTOINCREMENT, udId TEXT NOT NULL, sumId TEXT NOT NULL);";
+}
+
+void PeerDeviceDbEngine::AppendInsertColumns(std::ostream& statement) const {
+  statement << " (udId, sumId) VALUES(? , ?)";
+}
+
+}  // namespace KT

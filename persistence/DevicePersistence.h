@@ -1,0 +1,64 @@
+// The one object through which the service reaches the stored devices.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "codec/BluetoothDeviceSummary.h"
+#include "codec/CurrZentapDeviceInfo.h"
+#include "persistence/CurrZentapDbEngine.h"
+#include "persistence/PeerDeviceDbEngine.h"
+#include "persistence/TrustedZentapDbEngine.h"
+
+namespace KT {
+
+// What the operations answer.
+inline constexpr int kStoreSuccess = 0;
+inline constexpr int kStoreChangeFailed = -4999;      // of a tap-device table
+inline constexpr int kStoreReadOrPeerFailed = -4996;  // any read, and every failure of the peer table
+
+// Thirteen operations on three tables. Each answers kStoreSuccess or, after logging, its failure code. A change that
+// succeeds is saved to the disk before it returns; a save that fails is logged and does not change the answer, nor is
+// anything saved after a change that failed. How the tables treat keys and rows: the engines' headers.
+//
+// No locks: one call at a time.
+class DevicePersistence {
+ public:
+  // Loads the peer, current and trusted tables, in that order. What cannot be loaded is logged, and the operations on
+  // it fail.
+  DevicePersistence();
+
+  // Saves the peer, trusted and current tables, in that order.
+  ~DevicePersistence();
+
+  DevicePersistence(const DevicePersistence&) = delete;
+  DevicePersistence& operator=(const DevicePersistence&) = delete;
+
+  // Set replaces the rows of that key; Get leaves its output as it is when there is no such row.
+  int SetTrustedZentapDeviceInfo(const std::string& sumId, const BluetoothDeviceSummary& info);
+  int SetTrustedZentapDeviceInfoList(const std::vector<BluetoothDeviceSummary>& list);
+  int DeleteTrustedZentapDeviceInfo(const std::string& sumId);
+  int GetTrustedZentapDeviceInfo(const std::string& sumId, BluetoothDeviceSummary& info);
+  int GetTrustedZentapDeviceInfoList(std::vector<BluetoothDeviceSummary>& list);
+
+  int SetCurrZentapDeviceInfo(const std::string& sumId, const CurrZentapDeviceInfo& info);
+  int SetCurrZentapDeviceInfoList(const std::vector<CurrZentapDeviceInfo>& list);
+  int DeleteCurrZentapDeviceInfo(const std::string& sumId);
+  int GetCurrZentapDeviceInfo(const std::string& sumId, CurrZentapDeviceInfo& info);
+  int GetCurrZentapDeviceInfoList(std::vector<CurrZentapDeviceInfo>& list);
+
+  int SetPeerDevice(const std::string& udId, const std::string& sumId);
+  int DeletePeerDevice(const std::string& udId);
+  int GetPeerDevice(const std::string& udId, std::string& sumId);
+
+  // Whether a file with the bare database name, without any engine's prefix, lies in the console user's folder. The
+  // engines never write it.
+  bool IsDeviceDbExist() const;
+
+ private:
+  PeerDeviceDbEngine peer_;
+  CurrZentapDbEngine current_;
+  TrustedZentapDbEngine trusted_;
+};
+
+}  // namespace KT

@@ -1,0 +1,127 @@
+#include "persistence/TapDbEngine.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <sstream>
+
+#include "codec/DeviceFieldVisitors.h"
+#include "persistence/DatabaseFiles.h"
+#include "persistence/DeviceRow.h"
+#include "persistence/Guarded.h"
+#include "platform/logging/LogLine.h"
+
+namespace KT {
+
+namespace {
+
+template <class Record>
+inline constexpr DeviceTable kTableOf = DeviceTable::Current;
+template <>
+inline constexpr DeviceTable kTableOf<BluetoothDeviceSummary> = DeviceTable::Trusted;
+
+constexpr const char* kKeyColumn = "sumId";
+
+}  // namespace
+
+template <class Record>
+TapDbEngine<Record>::TapDbEngine(const TapEngineNames& names) : names_(names) {
+  Init();
+}
+
+template <class Record>
+bool TapDbEngine<Record>::Init() {
+  content_.keyColumn = kKeyColumn;
+  content_.tableName = names_.tableName;
+  content_.dirPath = kDatabaseFolder;
+  content_.fileName = std::string(names_.filePrefix) + kDatabaseFileName;
+  std::ostringstream insert;
+  insert << "INSERT INTO " << content_.tableName;
+  AppendInsertColumns(insert);
+  insertText_ = insert.str();
+  if (!InitDb(content_)) {
+    platform::LogFailure(names_.init, "[KTData] Init database failed.");
+    return false;
+  }
+  return true;
+}
+
+template <class Record>
+bool TapDbEngine<Record>::AddZentapDeviceInfo(const std::string& sumId, const Record& info) {
+  return IsOpen(content_, names_.add) && Guarded("[KTData] Add zentap device failed:", names_.add, [&] {
+           SQLite::Statement insert(*content_.dbContentPtr, insertText_);
+           BindDeviceRow<kTableOf<Record>>(insert, sumId, info);
+           insert.exec();
+           return true;
+         });
+}
+
+template <class Record>
+bool TapDbEngine<Record>::DeleteZentapDeviceInfo(const std::string& sumId) {
+  if (!IsOpen(content_, names_.remove)) {
+    return false;
+  }
+  platform::LogProgress(names_.remove, "[KTData] Delete zentap device.");
+  return DeleteDbItem(sumId, content_);
+}
+
+template <class Record>
+bool TapDbEngine<Record>::UpdateZentapDeviceInfo(const std::string& sumId, const Record& info) {
+  return IsOpen(content_, names_.update) && Guarded("[KTData] Update zentap device failed:", names_.update, [&] {
+           DeleteZentapDeviceInfo(sumId);
+           return AddZentapDeviceInfo(sumId, info);
+         });
+}
+
+template <class Record>
+bool TapDbEngine<Record>::UpdateZentapDeviceInfoList(const std::vector<Record>& list) {
+  return IsOpen(content_, names_.updateList) &&
+         Guarded("[KTData] Update zentap device failed:", names_.updateList, [&] {
+           for (const Record& info : list) {
+             DeleteZentapDeviceInfo(info.summary);
+             if (!AddZentapDeviceInfo(content_.keyColumn, info)) {
+               return false;
+             }
+           }
+           return true;
+         });
+}
+
+template <class Record>
+bool TapDbEngine<Record>::GetZentapDeviceInfoList(std::vector<Record>& list) {
+  return IsOpen(content_, names_.getList) && Guarded("[KTData] Get zentap device list failed:", names_.getList, [&] {
+           list.clear();
+           SQLite::Statement select(*content_.dbContentPtr, "SELECT * FROM " + content_.tableName);
+           while (select.executeStep()) {
+             list.push_back(ReadDeviceRow<kTableOf<Record>>(select));
+           }
+           return true;
+         });
+}
+
+template <class Record>
+bool TapDbEngine<Record>::GetZentapDeviceInfo(const std::string& sumId, Record& info) {
+  return IsOpen(content_, names_.get) && Guarded("[KTData] Get zentap device failed:", names_.get, [&] {
+           SQLite::Statement select(*content_.dbContentPtr,
+                                    "SELECT * FROM " + content_.tableName + " WHERE sumId = '" + sumId + "';");
+           while (select.executeStep()) {
+             info = ReadDeviceRow<kTableOf<Record>>(select);
+           }
+           return true;
+         });
+}
+
+template <class Record>
+void TapDbEngine<Record>::AppendColumnDefs(std::ostream& statement) const {
+  AppendDeviceColumnDefs<kTableOf<Record>>(statement);
+}
+
+template <class Record>
+void TapDbEngine<Record>::AppendInsertColumns(std::ostream& statement) const {
+  AppendDeviceInsertColumns<kTableOf<Record>>(statement);
+}
+
+template class TapDbEngine<CurrZentapDeviceInfo>;
+template class TapDbEngine<BluetoothDeviceSummary>;
+
+}  // namespace KT

@@ -1,0 +1,7 @@
+#include "platform/program/StandardStreams.h"
+
+namespace platform {
+
+void PrepareStandardStreams() {}
+
+}  // namespace platform

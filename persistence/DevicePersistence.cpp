@@ -17,38 +17,38 @@ struct Operation {
 };
 
 constexpr Operation kSetTrusted{"KT::DevicePersistence::SetTrustedZentapDeviceInfo",
-                                "[KTData] Set zentap device info failed.", kStoreChangeFailed};
+                                "[KTData] Set zentap device info failed.", kResultTapChangeFailed};
 constexpr Operation kSetTrustedList{"KT::DevicePersistence::SetTrustedZentapDeviceInfoList",
-                                    "[KTData] Set zentap device list info failed.", kStoreChangeFailed};
+                                    "[KTData] Set zentap device list info failed.", kResultTapChangeFailed};
 constexpr Operation kDeleteTrusted{"KT::DevicePersistence::DeleteTrustedZentapDeviceInfo",
-                                   "[KTData] Delete zentap device info failed.", kStoreChangeFailed};
+                                   "[KTData] Delete zentap device info failed.", kResultTapChangeFailed};
 constexpr Operation kGetTrusted{"KT::DevicePersistence::GetTrustedZentapDeviceInfo",
-                                "[KTData] Get zentap device info failed.", kStoreReadOrPeerFailed};
+                                "[KTData] Get zentap device info failed.", kResultReadOrPeerFailed};
 constexpr Operation kGetTrustedList{"KT::DevicePersistence::GetTrustedZentapDeviceInfoList",
-                                    "[KTData] Get zentap device list info failed.", kStoreReadOrPeerFailed};
+                                    "[KTData] Get zentap device list info failed.", kResultReadOrPeerFailed};
 constexpr Operation kSetCurrent{"KT::DevicePersistence::SetCurrZentapDeviceInfo",
-                                "[KTData] Set curr zentap device info failed.", kStoreChangeFailed};
+                                "[KTData] Set curr zentap device info failed.", kResultTapChangeFailed};
 constexpr Operation kSetCurrentList{"KT::DevicePersistence::SetCurrZentapDeviceInfoList",
-                                    "[KTData] Set curr zentap device list info failed.", kStoreChangeFailed};
+                                    "[KTData] Set curr zentap device list info failed.", kResultTapChangeFailed};
 constexpr Operation kDeleteCurrent{"KT::DevicePersistence::DeleteCurrZentapDeviceInfo",
-                                   "[KTData] Delete curr zentap device info failed.", kStoreChangeFailed};
+                                   "[KTData] Delete curr zentap device info failed.", kResultTapChangeFailed};
 constexpr Operation kGetCurrent{"KT::DevicePersistence::GetCurrZentapDeviceInfo",
-                                "[KTData] Get curr zentap device info failed.", kStoreReadOrPeerFailed};
+                                "[KTData] Get curr zentap device info failed.", kResultReadOrPeerFailed};
 constexpr Operation kGetCurrentList{"KT::DevicePersistence::GetCurrZentapDeviceInfoList",
-                                    "[KTData] Get curr zentap device list info failed.", kStoreReadOrPeerFailed};
+                                    "[KTData] Get curr zentap device list info failed.", kResultReadOrPeerFailed};
 constexpr Operation kSetPeer{"KT::DevicePersistence::SetPeerDevice", "[KTData] Set peer device info failed.",
-                             kStoreReadOrPeerFailed};
+                             kResultReadOrPeerFailed};
 constexpr Operation kDeletePeer{"KT::DevicePersistence::DeletePeerDevice", "[KTData] Delete peer device info failed.",
-                                kStoreReadOrPeerFailed};
+                                kResultReadOrPeerFailed};
 constexpr Operation kGetPeer{"KT::DevicePersistence::GetPeerDevice", "[KTData] Get peer device failed.",
-                             kStoreReadOrPeerFailed};
+                             kResultReadOrPeerFailed};
 
 int Answer(const Operation& operation, bool succeeded) {
   if (!succeeded) {
     platform::LogFailure(operation.function, operation.message);
     return operation.failureCode;
   }
-  return kStoreSuccess;
+  return kResultSuccess;
 }
 
 template <class Engine>

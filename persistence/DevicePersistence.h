@@ -6,18 +6,15 @@
 
 #include "codec/BluetoothDeviceSummary.h"
 #include "codec/CurrZentapDeviceInfo.h"
+#include "codec/Protocol.h"
 #include "persistence/CurrZentapDbEngine.h"
 #include "persistence/PeerDeviceDbEngine.h"
 #include "persistence/TrustedZentapDbEngine.h"
 
 namespace KT {
 
-// What the operations answer.
-inline constexpr int kStoreSuccess = 0;
-inline constexpr int kStoreChangeFailed = -4999;      // of a tap-device table
-inline constexpr int kStoreReadOrPeerFailed = -4996;  // any read, and every failure of the peer table
-
-// Thirteen operations on three tables. Each answers kStoreSuccess or, after logging, its failure code. A change that
+// Thirteen operations on three tables. Each answers kResultSuccess or, after logging, its failure code (kResult... of
+// codec/Protocol.h). A change that
 // succeeds is saved to the disk before it returns; a save that fails is logged and does not change the answer, nor is
 // anything saved after a change that failed. How the tables treat keys and rows: the engines' headers.
 //

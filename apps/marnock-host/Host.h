@@ -4,7 +4,7 @@
 #include <iosfwd>
 
 #include "apps/marnock-host/HostOptions.h"
-#include "platform/program/StopSignal.h"
+#include "platform/program/RunProgram.h"
 
 namespace KT {
 

@@ -12,7 +12,7 @@ struct HostOptions {
   std::string logFile;  // UTF-8 path; empty for standard error
 };
 
-// Parses `arguments` (UTF-8, without the program's name). Nothing when the program is to end at once, with `status`:
+// Parses `arguments` (UTF-8, the program's name first). Nothing when the program is to end at once, with `status`:
 // help was asked for (0, printed on `out`) or an argument is wrong (2, told on `err`).
 std::optional<HostOptions> ParseHostOptions(std::vector<std::string> arguments, std::ostream& out, std::ostream& err,
                                             int& status);

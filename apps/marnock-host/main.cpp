@@ -3,14 +3,16 @@
 #include "apps/marnock-host/Host.h"
 #include "apps/marnock-host/HostOptions.h"
 #include "platform/program/ProgramArguments.h"
-#include "platform/program/StopSignal.h"
+#include "platform/program/RunProgram.h"
+#include "platform/program/StandardStreams.h"
 
 int main(int argc, char** argv) {
+  platform::PrepareStandardStreams();
   int status = 0;
   const auto options = KT::ParseHostOptions(platform::ProgramArguments(argc, argv), std::cout, std::cerr, status);
   if (!options.has_value()) {
     return status;
   }
-  return platform::RunUntilStopped(
+  return platform::RunProgram(
       [&](platform::StopSignal& stop) { return KT::RunHost(*options, stop, std::cout, std::cerr); });
 }

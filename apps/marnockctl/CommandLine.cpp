@@ -63,6 +63,7 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
   AddGlobalOptions(app, invocation.options, timeoutMs);
   AddPeerCommands(app, command);
 
+  arguments.erase(arguments.begin());
   std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back
   try {
     app.parse(std::move(arguments));

@@ -36,7 +36,7 @@ struct Invocation {
   Command command;
 };
 
-// Parses `arguments` (UTF-8, without the program's name). Nothing when the program is to end at once, with `status`:
+// Parses `arguments` (UTF-8, the program's name first). Nothing when the program is to end at once, with `status`:
 // help was asked for (printed on `out`) or the command is wrong (told on `err`).
 std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, std::ostream& out, std::ostream& err,
                                            ExitStatus& status);

@@ -9,7 +9,7 @@
 
 namespace KT {
 
-// `arguments`: UTF-8, without the program's name.
+// `arguments`: UTF-8, the program's name first.
 ExitStatus RunMarnockctl(std::vector<std::string> arguments, std::ostream& out, std::ostream& err);
 
 }  // namespace KT

@@ -41,6 +41,8 @@ class RegistryClient {
  public:
   explicit RegistryClient(const RegistryClientOptions& options = {});
 
+  const std::string& PkgName() const { return pkgName_; }
+
   // Replaces what is stored under `sumId`. Fields that the table has no column for are not kept.
   CallOutcome<TrustedZentapDeviceSetResponse> SetTrustedZentapDeviceInfo(const std::string& sumId,
                                                                          const BluetoothDeviceSummary& info);

@@ -14,9 +14,9 @@
 namespace KT {
 
 // Thirteen operations on three tables. Each answers kResultSuccess or, after logging, its failure code (kResult... of
-// codec/Protocol.h). A change that
-// succeeds is saved to the disk before it returns; a save that fails is logged and does not change the answer, nor is
-// anything saved after a change that failed. How the tables treat keys and rows: the engines' headers.
+// codec/Protocol.h). A change that succeeds is saved to the disk before it returns; a save that fails is logged and
+// does not change the answer, nor is anything saved after a change that failed. How the tables treat keys and rows: the
+// engines' headers.
 //
 // No locks: one call at a time.
 class DevicePersistence {

@@ -4,6 +4,7 @@
 #include "marnock_export.h"
 #include "persistence/DevicePersistence.h"
 #include "platform/ipc/IPCMessageClient.h"
+#include "service/StartupImport.h"
 
 namespace KT {
 
@@ -38,6 +39,7 @@ class MARNOCK_EXPORT Marnock : public IPCMessageClient {
 
  private:
   friend class MarnockTestAccess;
+  friend void ImportDevicesAtStartup(Marnock& service);
 
   Marnock();
   ~Marnock() override;
@@ -48,6 +50,11 @@ class MARNOCK_EXPORT Marnock : public IPCMessageClient {
   // Posts `len` bytes at `data` to client `a` under code `b`, asking for an answer under code `c` (-1: none). The bytes
   // stay the caller's. Returns what PostIPCMessage returns.
   bool PostIpc(int a, int b, int c, char* data, int len);
+
+  // The start-up import (StartupImport.h): the entry, and its two independent halves.
+  void GetDeviceFromRegistry();
+  void GetCurrDevice();
+  void GetTrustedDevice();
 
   // The pattern of all eleven handlers, run with one row of the request table.
   template <class Row>

@@ -4,7 +4,10 @@
 #include <exception>
 #include <ostream>
 
+#include "apps/marnock-host/ImportFile.h"
+#include "apps/marnock-host/ImportGuard.h"
 #include "codec/Protocol.h"
+#include "platform/configuration/CohesaConfig.h"
 #include "platform/ipc/IPCMessageHub.h"
 #include "platform/logging/QxLogger.h"
 #include "platform/text/PlenixBase.h"
@@ -16,6 +19,7 @@ namespace {
 
 constexpr int kStopped = 0;
 constexpr int kCouldNotStart = 1;
+constexpr int kWrongInput = 2;
 constexpr std::chrono::seconds kServiceConnectTimeout{10};
 
 // The store is saved as it is destroyed, after main: by then no request may be under way and no thread be left, since
@@ -26,7 +30,20 @@ void StopInOrder(IPCMessageHub& hub, Marnock& service) {
   hub.Stop();
 }
 
-int Serve(platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
+void Import(Marnock& service, std::ostream& err) {
+  const ImportGuard guard;
+  ImportDevicesAtStartup(service);
+  if (guard.Exists()) {
+    return;
+  }
+  try {
+    guard.Create();
+  } catch (const std::exception& error) {
+    err << "marnock-host: " << error.what() << std::endl;
+  }
+}
+
+int Serve(bool import, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
   const std::string pipe = PlenixBase::UnicodeToUTF8(kPipeName);
   IPCMessageHub hub(kPipeName);
   if (!hub.Claim()) {
@@ -35,6 +52,9 @@ int Serve(platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
   }
   Marnock& service = Marnock::GetInstance();
   service.Init();
+  if (import) {
+    Import(service, err);
+  }
   hub.Start();
   const bool ready = service.WaitUntilConnected(kServiceConnectTimeout);
   if (ready) {
@@ -50,11 +70,20 @@ int Serve(platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
 }  // namespace
 
 int RunHost(const HostOptions& options, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
+  const bool import = !options.importFile.empty();
+  try {
+    if (import) {
+      CohesaConfig::SetSource(ImportFile::Read(options.importFile));
+    }
+  } catch (const std::exception& error) {
+    err << "marnock-host: " << error.what() << std::endl;
+    return kWrongInput;
+  }
   try {
     if (!options.logFile.empty()) {
       QxLogger::GetInstance().OpenFile(options.logFile);
     }
-    return Serve(stop, out, err);
+    return Serve(import, stop, out, err);
   } catch (const std::exception& error) {
     err << "marnock-host: " << error.what() << std::endl;
     return kCouldNotStart;

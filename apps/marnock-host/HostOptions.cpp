@@ -15,6 +15,7 @@ std::optional<HostOptions> ParseHostOptions(std::vector<std::string> arguments, 
   HostOptions options;
   CLI::App app("Runs the device registry and the hub of its pipe until it is told to stop.", "marnock-host");
   app.add_option("--log", options.logFile, "write the log to FILE instead of standard error")->type_name("FILE");
+  app.add_option("--import", options.importFile, "seed the device tables once from a JSON file")->type_name("FILE");
   arguments.erase(arguments.begin());
   std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back
   try {

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 namespace KT {
@@ -27,6 +28,31 @@ CLI::App* AddCommand(CLI::App* parent, const char* name, const char* help, std::
   CLI::App* const app = parent->add_subcommand(name, help);
   app->callback([&command, value] { command = *value; });
   return app;
+}
+
+template <class Family>
+void AddDeviceCommands(CLI::App& app, const char* name, const char* help, std::optional<Command>& command) {
+  CLI::App* const family = app.add_subcommand(name, help);
+  family->require_subcommand(1);
+
+  const auto set = std::make_shared<DeviceSet<Family>>();
+  CLI::App* const setApp = AddCommand(family, "set", "store a device under SUMID", command, set);
+  setApp->add_option("SUMID", set->sumId, kSumIdHelp)->required();
+  setApp->add_option("FILE", set->file, "the device as a JSON object; - for standard input");
+  setApp->add_option("--field", set->fields, "set one field, instead of or on top of FILE")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  setApp->add_flag("--force", set->force, "send even what a get could not give back");
+
+  const auto get = std::make_shared<DeviceGet<Family>>();
+  CLI::App* const getApp = AddCommand(family, "get", "print the device stored under SUMID", command, get);
+  getApp->add_option("SUMID", get->sumId, kSumIdHelp)->required();
+
+  AddCommand(family, "list", "print every device", command, std::make_shared<DeviceList<Family>>());
+
+  const auto remove = std::make_shared<DeviceDelete<Family>>();
+  CLI::App* const removeApp = AddCommand(family, "delete", "forget the device stored under SUMID", command, remove);
+  removeApp->add_option("SUMID", remove->sumId, kSumIdHelp)->required();
 }
 
 void AddPeerCommands(CLI::App& app, std::optional<Command>& command) {
@@ -61,6 +87,8 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
                "marnockctl");
   app.require_subcommand(1);
   AddGlobalOptions(app, invocation.options, timeoutMs);
+  AddDeviceCommands<TrustedFamily>(app, "trusted", "the devices that the user has trusted", command);
+  AddDeviceCommands<CurrentFamily>(app, "current", "the devices that are connected now", command);
   AddPeerCommands(app, command);
 
   arguments.erase(arguments.begin());

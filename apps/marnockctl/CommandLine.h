@@ -14,10 +14,28 @@ namespace KT {
 
 struct GlobalOptions {
   std::chrono::milliseconds timeout{5'000};  // for the whole call
-  std::string pkgName = "marnockctl";        // who asks; echoed by some answers and logged
+  std::string pkgName = "marnockctl";        // who asks; logged by the service and echoed in most answers
   bool json = false;
 };
 
+// The commands. `Family` is one of those in DeviceFamily.h.
+template <class Family>
+struct DeviceSet {
+  std::string sumId;
+  std::string file;                 // a JSON record; "-" for standard input, empty for none
+  std::vector<std::string> fields;  // NAME=VALUE, on top of the file
+  bool force = false;
+};
+template <class Family>
+struct DeviceGet {
+  std::string sumId;
+};
+template <class Family>
+struct DeviceList {};
+template <class Family>
+struct DeviceDelete {
+  std::string sumId;
+};
 struct PeerSet {
   std::string udId;
   std::string sumId;
@@ -29,7 +47,12 @@ struct PeerDelete {
   std::string udId;
 };
 
-using Command = std::variant<PeerSet, PeerGet, PeerDelete>;
+struct TrustedFamily;
+struct CurrentFamily;
+
+using Command = std::variant<DeviceSet<TrustedFamily>, DeviceGet<TrustedFamily>, DeviceList<TrustedFamily>,
+                             DeviceDelete<TrustedFamily>, DeviceSet<CurrentFamily>, DeviceGet<CurrentFamily>,
+                             DeviceList<CurrentFamily>, DeviceDelete<CurrentFamily>, PeerSet, PeerGet, PeerDelete>;
 
 struct Invocation {
   GlobalOptions options;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "apps/marnockctl/CommandLine.h"
+#include "apps/marnockctl/DeviceCommands.h"
 #include "apps/marnockctl/PeerCommands.h"
 #include "apps/marnockctl/Reporter.h"
 #include "client/RegistryClient.h"
@@ -16,6 +17,7 @@ ExitStatus RunMarnockctl(std::vector<std::string> arguments, std::ostream& out, 
     return status;
   }
   RegistryClientOptions options;
+  options.pkgName = invocation->options.pkgName;
   options.timeout = invocation->options.timeout;
   options.waitForService = false;
   RegistryClient client(options);

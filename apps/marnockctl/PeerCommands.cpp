@@ -1,39 +1,11 @@
 #include "apps/marnockctl/PeerCommands.h"
 
-#include <nlohmann/json.hpp>
-
 #include "apps/json/ByteText.h"
 #include "client/InputChecks.h"
 
 namespace KT {
 
 namespace {
-
-// Reports why one of the values cannot be used; true when all can.
-template <class... Reasons>
-bool Acceptable(Reporter& reporter, const Reasons&... reasons) {
-  bool acceptable = true;
-  for (const std::optional<std::string>& reason : {reasons...}) {
-    if (reason.has_value()) {
-      reporter.Complain(*reason);
-      acceptable = false;
-    }
-  }
-  return acceptable;
-}
-
-template <class Response>
-ExitStatus ReportChange(const CallOutcome<Response>& outcome, Reporter& reporter) {
-  if (!outcome.Succeeded()) {
-    return reporter.Fail(outcome);
-  }
-  if (reporter.Json()) {
-    reporter.Print(nlohmann::json{{"result", outcome.response.result}});
-  } else {
-    reporter.Print(std::string("done"));
-  }
-  return ExitStatus::Done;
-}
 
 // A get of an absent peer is answered with an empty sumId, so an empty one could not be told from it.
 std::optional<std::string> WhyNotASumId(const std::string& sumId) {
@@ -46,14 +18,14 @@ std::optional<std::string> WhyNotASumId(const std::string& sumId) {
 }  // namespace
 
 ExitStatus Run(const PeerSet& command, RegistryClient& client, Reporter& reporter) {
-  if (!Acceptable(reporter, WhyNotAKey("UDID", command.udId), WhyNotASumId(command.sumId))) {
+  if (!reporter.Acceptable({WhyNotAKey("UDID", command.udId), WhyNotASumId(command.sumId)})) {
     return ExitStatus::WrongUse;
   }
-  return ReportChange(client.SetPeerDevice(command.udId, command.sumId), reporter);
+  return reporter.Change(client.SetPeerDevice(command.udId, command.sumId));
 }
 
 ExitStatus Run(const PeerGet& command, RegistryClient& client, Reporter& reporter) {
-  if (!Acceptable(reporter, WhyNotAKey("UDID", command.udId))) {
+  if (!reporter.Acceptable({WhyNotAKey("UDID", command.udId)})) {
     return ExitStatus::WrongUse;
   }
   const auto outcome = client.GetPeerDevice(command.udId);
@@ -65,7 +37,7 @@ ExitStatus Run(const PeerGet& command, RegistryClient& client, Reporter& reporte
     return ExitStatus::NotFound;
   }
   if (reporter.Json()) {
-    reporter.Print(nlohmann::json{
+    reporter.Print(Json{
         {"result", outcome.response.result}, {"udId", ToJson(command.udId)}, {"sumId", ToJson(outcome.response.sumId)}});
   } else {
     reporter.Print(ToTerminalText(outcome.response.sumId));
@@ -74,10 +46,10 @@ ExitStatus Run(const PeerGet& command, RegistryClient& client, Reporter& reporte
 }
 
 ExitStatus Run(const PeerDelete& command, RegistryClient& client, Reporter& reporter) {
-  if (!Acceptable(reporter, WhyNotAKey("UDID", command.udId))) {
+  if (!reporter.Acceptable({WhyNotAKey("UDID", command.udId)})) {
     return ExitStatus::WrongUse;
   }
-  return ReportChange(client.DeletePeerDevice(command.udId), reporter);
+  return reporter.Change(client.DeletePeerDevice(command.udId));
 }
 
 }  // namespace KT

@@ -1,6 +1,5 @@
 #include "apps/marnockctl/Reporter.h"
 
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 namespace KT {
@@ -22,13 +21,32 @@ const char* Meaning(int result) {
 
 void Reporter::Print(const std::string& line) { out_ << line << '\n'; }
 
-void Reporter::Print(const nlohmann::json& document) { out_ << document.dump() << '\n'; }
+void Reporter::Print(const KT::Json& document) { out_ << document.dump() << '\n'; }
 
 void Reporter::Complain(const std::string& message) { err_ << "marnockctl: " << message << '\n'; }
 
+bool Reporter::Acceptable(std::initializer_list<std::optional<std::string>> reasons) {
+  bool acceptable = true;
+  for (const auto& reason : reasons) {
+    if (reason.has_value()) {
+      Complain(*reason);
+      acceptable = false;
+    }
+  }
+  return acceptable;
+}
+
+void Reporter::PrintDone(int result) {
+  if (json_) {
+    Print(KT::Json{{"result", result}});
+  } else {
+    Print(std::string("done"));
+  }
+}
+
 ExitStatus Reporter::FailedResult(int result) {
   if (json_) {
-    Print(nlohmann::json{{"result", result}});
+    Print(KT::Json{{"result", result}});
   }
   Complain("the service answered " + std::to_string(result) + ": " + Meaning(result) + "; its log says why");
   return ExitStatus::ServiceFailed;

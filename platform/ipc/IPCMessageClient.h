@@ -9,6 +9,10 @@
 #include "assistant_export.h"
 #include "platform/ipc/TagIPCMessageItem.h"
 
+namespace platform::ipc {
+class ClientConnection;
+}
+
 // A client owns one thread, which connects, reads and runs the callbacks: in order of arrival, never two at once, and
 // never on another thread. It keeps trying to reach the hub (waiting 20 ms at first, up to 1 s) and says hello again
 // after a broken connection. All operations may be called from any thread, callbacks included.
@@ -61,6 +65,5 @@ class ASSISTANT_EXPORT IPCMessageClient {
   void StopDelivery();
 
  private:
-  class Connection;
-  std::unique_ptr<Connection> connection_;
+  std::unique_ptr<platform::ipc::ClientConnection> connection_;
 };

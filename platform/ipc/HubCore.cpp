@@ -1,0 +1,215 @@
+#include "platform/ipc/HubCore.h"
+
+#include <algorithm>
+#include <asio/post.hpp>
+#include <utility>
+
+#include "platform/ipc/LogTexts.h"
+#include "platform/logging/LogLine.h"
+
+namespace platform::ipc {
+
+namespace {
+
+// A receiver may tell a sender that it has no callback or no answer that could be sent, in a frame without payload.
+// Every other status is the hub's to send.
+bool MayClientSend(const Frame& frame) {
+  const auto status = static_cast<IpcStatus>(frame.status);
+  return status == IpcStatus::Answer ||
+         ((status == IpcStatus::NoCallback || status == IpcStatus::UnsendableAnswer) && frame.payload.empty());
+}
+
+Frame StatusFor(std::int32_t sender, const Frame& request, IpcStatus status) {
+  return {.receiver = sender, .sender = kHubId, .code = request.replyCode, .status = static_cast<std::int32_t>(status)};
+}
+
+}  // namespace
+
+HubCore::HubCore(asio::io_context& context, const HubLimits& limits)
+    : context_(context), limits_(limits), acceptTimer_(context), drainTimer_(context) {}
+
+void HubCore::Listen(const PipeAddress& address) {
+  listener_ = ListenOnPipe(context_, address);
+  accepting_ = true;
+  Accept();
+}
+
+void HubCore::Accept() {
+  listener_->Accept([this](const std::error_code& error, Stream stream) { OnAccept(error, std::move(stream)); });
+}
+
+void HubCore::OnAccept(const std::error_code& error, Stream stream) {
+  if (!accepting_) {
+    return;
+  }
+  if (error) {
+    AcceptLater(error);
+    return;
+  }
+  acceptFailing_ = false;
+  const auto session = std::make_shared<HubSession>(*this, std::move(stream));
+  if (sessions_.size() < limits_.connections) {
+    sessions_.insert(session);
+    session->Start();
+  } else {
+    session->LogLine(kTooManyConnections);
+  }
+  Accept();
+}
+
+void HubCore::AcceptLater(const std::error_code& error) {
+  if (!std::exchange(acceptFailing_, true)) {
+    LogFailure("IPCMessageHub::Accept", kAcceptFailed, error.message());
+  }
+  acceptTimer_.expires_after(kAcceptRetryDelay);
+  acceptTimer_.async_wait([this](const std::error_code& cancelled) {
+    if (!cancelled && accepting_) {
+      Accept();
+    }
+  });
+}
+
+void HubCore::StopAccepting() {
+  accepting_ = false;
+  acceptTimer_.cancel();
+  listener_->Close();
+  for (const auto& session : sessions_) {
+    if (!session->IsOwnProcess()) {
+      session->StopReading();
+    }
+  }
+}
+
+void HubCore::Drain(std::function<void()> done) {
+  StopAccepting();
+  drained_ = std::move(done);
+  drainTimer_.expires_after(kStopTimeout);
+  drainTimer_.async_wait([this](const std::error_code& cancelled) {
+    if (!cancelled && drained_) {
+      std::exchange(drained_, {})();
+    }
+  });
+  CheckDrained();
+}
+
+void HubCore::CheckDrained() {
+  const auto busy = [](const auto& session) { return session->IsService() || session->HasUnsent(); };
+  if (drained_ && std::none_of(sessions_.begin(), sessions_.end(), busy)) {
+    std::exchange(drained_, {})();
+  }
+}
+
+void HubCore::CloseAll() {
+  for (const auto& session : std::exchange(sessions_, {})) {
+    session->Close();
+  }
+}
+
+Routing HubCore::Route(HubSession& from, const FrameResult& parsed) {
+  const Frame& frame = parsed.frame;
+  if (from.Id() == kAnyId) {
+    return Greet(from, frame);
+  }
+  if (!MayClientSend(frame)) {
+    from.CutOff(kForgedStatus);
+    return Routing::SenderCut;
+  }
+  if (frame.receiver == kHubId && frame.code == kHelloCode) {
+    from.CutOff(kSecondHello);
+    return Routing::SenderCut;
+  }
+  return Deliver(from, parsed);
+}
+
+Routing HubCore::Greet(HubSession& session, const Frame& hello) {
+  if (hello.receiver != kHubId || hello.code != kHelloCode || hello.status != 0) {
+    session.CutOff(kNoHello);
+    return Routing::SenderCut;
+  }
+  const IpcStatus status = JudgeHello(session, hello);
+  if (status == IpcStatus::Answer) {
+    session.Grant(hello.sender == kAnyId ? NextFreeId() : hello.sender);
+    byId_[session.Id()] = &session;
+  }
+  session.Send(Frame{
+      .receiver = session.Id(), .sender = kHubId, .code = kHelloCode, .status = static_cast<std::int32_t>(status)});
+  if (status != IpcStatus::Answer) {
+    session.CloseWhenSent();
+  }
+  return Routing::Done;
+}
+
+IpcStatus HubCore::JudgeHello(const HubSession& session, const Frame& hello) const {
+  if (hello.extra != kProtocolVersion) {
+    session.LogLine(kUnsupportedVersion, std::to_string(hello.extra));
+    return IpcStatus::UnsupportedVersion;
+  }
+  const std::int32_t wanted = hello.sender;
+  if (wanted < kAnyId || (wanted >= kFirstServiceId && !session.IsOwnProcess())) {
+    session.LogLine(kIdReserved, std::to_string(wanted));
+    return IpcStatus::IdReserved;
+  }
+  if (wanted == kHubId || Find(wanted) != nullptr) {
+    session.LogLine(kIdTaken, std::to_string(wanted));
+    return IpcStatus::IdTaken;
+  }
+  return IpcStatus::Answer;
+}
+
+// Goes round through all of them, so that an answer that comes late does not reach the next owner of an id.
+std::int32_t HubCore::NextFreeId() {
+  do {
+    lastId_ = lastId_ % (kFirstServiceId - 1) + 1;
+  } while (Find(lastId_) != nullptr);
+  return lastId_;
+}
+
+Routing HubCore::Deliver(HubSession& from, const FrameResult& parsed) {
+  const Frame& frame = parsed.frame;
+  HubSession* const to = Find(frame.receiver);
+  if (to == nullptr) {
+    // The hub is a receiver without callbacks. A status is never answered, so that none can go back and forth.
+    if (frame.status == 0 && frame.replyCode != kNoReplyCode) {
+      const auto status = frame.receiver == kHubId ? IpcStatus::NoCallback : IpcStatus::NoSuchReceiver;
+      from.Send(StatusFor(from.Id(), frame, status));
+    }
+    return Routing::Done;
+  }
+  if (!to->Admits(from)) {
+    return Routing::Wait;
+  }
+  SetSender(parsed.bytes, from.Id());
+  to->Send(parsed.bytes);
+  return Routing::Done;
+}
+
+HubSession* HubCore::Find(std::int32_t id) const {
+  const auto found = byId_.find(id);
+  return found == byId_.end() ? nullptr : found->second;
+}
+
+void HubCore::ScheduleFlush(HubSession& session) {
+  toFlush_.push_back(session.shared_from_this());
+  if (toFlush_.size() == 1) {
+    asio::post(context_, [this] { FlushScheduled(); });
+  }
+}
+
+void HubCore::FlushScheduled() {
+  flushing_.swap(toFlush_);
+  for (const auto& session : flushing_) {
+    session->Flush();
+  }
+  flushing_.clear();
+  CheckDrained();
+}
+
+void HubCore::Forget(HubSession& session) {
+  if (Find(session.Id()) == &session) {
+    byId_.erase(session.Id());
+  }
+  sessions_.erase(session.shared_from_this());
+  CheckDrained();
+}
+
+}  // namespace platform::ipc

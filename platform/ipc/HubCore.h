@@ -1,0 +1,83 @@
+// The hub's connections, and the way of a frame from one to another.
+#pragma once
+
+#include <asio/io_context.hpp>
+#include <asio/steady_timer.hpp>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/ipc/HubSession.h"
+#include "platform/ipc/IPCMessageHub.h"
+#include "platform/ipc/PipeTransport.h"
+#include "platform/ipc/TagIPCMessageItem.h"
+
+namespace platform::ipc {
+
+// What became of a frame.
+enum class Routing {
+  Done,
+  Wait,       // not yet: the sender has to come back with it when it is called upon
+  SenderCut,  // it was not allowed
+};
+
+// Lives on the hub's thread (Listen before that thread runs, CloseAll after it has ended).
+class HubCore {
+ public:
+  HubCore(asio::io_context& context, const HubLimits& limits);
+
+  // Throws std::system_error as ListenOnPipe does.
+  void Listen(const PipeAddress& address);
+
+  // No new connections; nothing more is read from clients outside this process.
+  void StopAccepting();
+
+  // StopAccepting, then calls `done` once services have gone and nothing waits to be sent, kStopTimeout later at last.
+  void Drain(std::function<void()> done);
+
+  // Ends every connection.
+  void CloseAll();
+
+  // For sessions.
+  const HubLimits& Limits() const { return limits_; }
+  asio::io_context& Context() { return context_; }
+  Routing Route(HubSession& from, const FrameResult& parsed);
+  void ScheduleFlush(HubSession& session);
+  void Forget(HubSession& session);
+  void CheckDrained();
+
+ private:
+  void Accept();
+  void OnAccept(const std::error_code& error, Stream stream);
+  void AcceptLater(const std::error_code& error);
+
+  Routing Greet(HubSession& session, const Frame& hello);
+  IpcStatus JudgeHello(const HubSession& session, const Frame& hello) const;
+  Routing Deliver(HubSession& from, const FrameResult& parsed);
+  std::int32_t NextFreeId();
+  HubSession* Find(std::int32_t id) const;
+  void FlushScheduled();
+
+  asio::io_context& context_;
+  const HubLimits limits_;
+  std::unique_ptr<PipeListener> listener_;
+  asio::steady_timer acceptTimer_;
+
+  std::set<std::shared_ptr<HubSession>> sessions_;
+  std::unordered_map<std::int32_t, HubSession*> byId_;
+  std::int32_t lastId_ = kHubId;
+
+  // Flushed together after all handlers that are ready, so that frames from several senders share a write.
+  std::vector<std::shared_ptr<HubSession>> toFlush_;
+  std::vector<std::shared_ptr<HubSession>> flushing_;
+
+  bool accepting_ = false;
+  bool acceptFailing_ = false;  // and logged
+  asio::steady_timer drainTimer_;
+  std::function<void()> drained_;
+};
+
+}  // namespace platform::ipc

@@ -1,0 +1,221 @@
+#include "platform/ipc/HubSession.h"
+
+#include <asio/post.hpp>
+#include <exception>
+#include <utility>
+
+#include "platform/ipc/HubCore.h"
+#include "platform/ipc/LogTexts.h"
+#include "platform/logging/LogLine.h"
+
+namespace platform::ipc {
+
+HubSession::HubSession(HubCore& hub, Stream stream)
+    : hub_(hub), stream_(std::move(stream)), process_(PeerProcess(stream_)), timer_(hub.Context()) {}
+
+void HubSession::Start() {
+  SetDeadline(hub_.Limits().helloTimeout);
+  Read();
+}
+
+bool HubSession::Admits(HubSession& sender) {
+  if (!IsService() || sender.IsService()) {
+    return true;
+  }
+  const bool calledUpon = std::exchange(admitted_, nullptr) == &sender;
+  if ((calledUpon || waiters_.empty()) && queue_.WaitingBytes() < hub_.Limits().unreadBytesPerConnection / 4) {
+    return true;
+  }
+  waiters_.push_back(sender.shared_from_this());
+  return false;
+}
+
+void HubSession::Send(std::span<const char> frameBytes) {
+  if (!closed_) {
+    CheckQueued(queue_.Add(frameBytes, hub_.Limits().unreadBytesPerConnection));
+  }
+}
+
+void HubSession::Send(const Frame& frame) {
+  if (!closed_) {
+    CheckQueued(queue_.Add(frame, hub_.Limits().unreadBytesPerConnection));
+  }
+}
+
+void HubSession::CheckQueued(bool taken) {
+  if (!taken) {
+    CutOff(kNotReading);
+  } else if (!std::exchange(flushScheduled_, true)) {
+    hub_.ScheduleFlush(*this);
+  }
+}
+
+void HubSession::Flush() {
+  flushScheduled_ = false;
+  if (closed_) {
+    return;
+  }
+  const auto onProgress = [self = shared_from_this()](const std::error_code& error, std::size_t bytes) {
+    self->OnSent(bytes, error);
+  };
+  if (queue_.Flush(stream_, onProgress)) {
+    Close();
+  } else if (queue_.Empty() && closeWhenSent_) {
+    Close();
+  }
+  AdmitWaiters();
+}
+
+void HubSession::OnSent(std::size_t bytes, const std::error_code& error) {
+  queue_.Progress(bytes);
+  if (error) {
+    Close();
+  } else {
+    Flush();
+  }
+  hub_.CheckDrained();
+}
+
+void HubSession::AdmitWaiters() {
+  while (!closed_ && !waiters_.empty() && queue_.WaitingBytes() < hub_.Limits().unreadBytesPerConnection / 4) {
+    const std::shared_ptr<HubSession> next = std::move(waiters_.front());
+    waiters_.pop_front();
+    admitted_ = next.get();
+    next->Proceed();
+    admitted_ = nullptr;
+  }
+}
+
+void HubSession::Read() {
+  const std::span<char> space = reader_.Space();
+  stream_.async_read_some(
+      asio::buffer(space.data(), space.size()),
+      [self = shared_from_this()](const std::error_code& error, std::size_t bytes) { self->OnRead(error, bytes); });
+}
+
+void HubSession::OnRead(const std::error_code& error, std::size_t bytes) {
+  if (closed_ || readingStopped_) {
+    return;
+  }
+  if (!error) {
+    reader_.Commit(bytes);
+    Proceed();
+  } else if (reader_.Empty()) {
+    Close();
+  } else {
+    CutOff(kHalfFrame);
+  }
+}
+
+void HubSession::Proceed() {
+  try {
+    HandleBuffered();
+  } catch (const std::exception& error) {
+    CutOff(kHubFailure, error.what());
+  }
+}
+
+void HubSession::HandleBuffered() {
+  while (!closed_ && !readingStopped_) {
+    const FrameResult parsed = reader_.Next();
+    if (parsed.state == FrameState::Incomplete) {
+      WatchPartialFrame();
+      Read();
+      return;
+    }
+    if (parsed.state != FrameState::Complete) {
+      CutOff(FaultText(parsed.state));
+      return;
+    }
+    deadline_ = Clock::time_point::max();
+    switch (hub_.Route(*this, parsed)) {
+      case Routing::Done:
+        reader_.Pop(parsed.bytes);
+        break;
+      case Routing::Wait:
+      case Routing::SenderCut:
+        return;
+    }
+  }
+}
+
+void HubSession::CloseWhenSent() {
+  closeWhenSent_ = true;
+  StopReading();
+  SetDeadline(hub_.Limits().helloTimeout);
+}
+
+void HubSession::CutOff(const char* reason, const std::string& detail) {
+  LogLine(reason, detail);
+  Close();
+}
+
+void HubSession::LogLine(const char* reason, const std::string& detail) const {
+  constexpr const char* kFunction = "IPCMessageHub::CutOff";
+  const std::string process = std::to_string(process_);
+  if (id_ == kAnyId) {
+    LogFailure(kFunction, kCutOff, process, reason, detail);
+  } else {
+    LogFailure(kFunction, kCutOff, process, kWithId, id_, reason, detail);
+  }
+}
+
+void HubSession::Close() {
+  if (std::exchange(closed_, true)) {
+    return;
+  }
+  std::error_code ignored;  // closed all the same
+  stream_.close(ignored);
+  timer_.cancel();
+  hub_.Forget(*this);
+  // Their frames now find no receiver. Later, since one of them may be what is being handled.
+  for (const auto& waiter : std::exchange(waiters_, {})) {
+    asio::post(hub_.Context(), [waiter] { waiter->Proceed(); });
+  }
+}
+
+void HubSession::WatchPartialFrame() {
+  if (id_ == kAnyId) {
+    return;  // the time for the hello runs from the connection's beginning
+  }
+  if (reader_.Empty()) {
+    deadline_ = Clock::time_point::max();
+  } else if (deadline_ == Clock::time_point::max()) {
+    SetDeadline(hub_.Limits().frameTimeout);
+  }
+}
+
+void HubSession::SetDeadline(std::chrono::milliseconds wait) {
+  deadline_ = Clock::now() + wait;
+  if (!timerRuns_ || timer_.expiry() > deadline_) {
+    WaitForDeadline();
+  }
+}
+
+void HubSession::WaitForDeadline() {
+  timerRuns_ = true;
+  timer_.expires_at(deadline_);
+  timer_.async_wait([self = shared_from_this()](const std::error_code& error) {
+    if (!error && !self->closed_) {
+      self->OnTimer();
+    }
+  });
+}
+
+void HubSession::OnTimer() {
+  timerRuns_ = false;
+  if (deadline_ == Clock::time_point::max()) {
+    return;
+  }
+  if (Clock::now() < deadline_) {
+    WaitForDeadline();
+  } else if (id_ != kAnyId) {
+    CutOff(kFrameTooLate);
+  } else if (closeWhenSent_) {
+    Close();  // a refusal that its peer did not take; the reason is logged already
+  } else {
+    CutOff(kHelloTooLate);
+  }
+}
+
+}  // namespace platform::ipc

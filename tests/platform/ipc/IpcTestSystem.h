@@ -1,0 +1,19 @@
+// What the IPC tests need of the system that they run on.
+#pragma once
+
+#include <string>
+
+// The pipe names that a test uses exist for it alone, and what they leave behind is gone with this object.
+class PrivatePipes {
+ public:
+  PrivatePipes();
+  ~PrivatePipes();
+  PrivatePipes(const PrivatePipes&) = delete;
+  PrivatePipes& operator=(const PrivatePipes&) = delete;
+
+  // A name that was not used before.
+  std::wstring NewName();
+
+ private:
+  std::string root_;  // POSIX: the machine root
+};

@@ -1,0 +1,96 @@
+// A scripted operating system: the console user is made up, files are real, any call can be made to fail.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/OperatingSystem.h"
+
+namespace support {
+
+enum class SystemCall {
+  WTSGetActiveConsoleSessionId,
+  WTSQueryUserToken,
+  ImpersonateLoggedOnUser,
+  RevertToSelf,
+  GetUserNameSamCompatible,
+  CloseHandle,
+  GetLastError,
+  GetFileAttributesW,
+  MoveFileW,
+  DeleteFileW,
+  Exists,
+  CreateDirectories,
+  AddOwnerAllOthersRead,
+  SqliteFileName,
+};
+
+// In place of the real one for as long as it lives; file calls that are not made to fail go to the real one. One
+// thread.
+class FakeOperatingSystem final : public platform::OperatingSystem {
+ public:
+  // `samName`: the console user, for example L"PC01\\alice".
+  explicit FakeOperatingSystem(std::wstring samName);
+  ~FakeOperatingSystem() override;
+
+  FakeOperatingSystem(const FakeOperatingSystem&) = delete;
+  FakeOperatingSystem& operator=(const FakeOperatingSystem&) = delete;
+
+  // The n-th call of that kind from now on (1 is the next one) does nothing and reports failure with that error number.
+  // Calls without one report it by their result: Exists and CreateDirectories by false.
+  void Fail(SystemCall call, int nth, platform::Dword error = platform::kErrorGeneralFailure);
+
+  // The n-th call of that kind from now on throws std::filesystem::filesystem_error with the text "made to fail".
+  // For Exists, CreateDirectories and AddOwnerAllOthersRead.
+  void Throw(SystemCall call, int nth);
+
+  // Every call since construction or ClearCalls with its arguments, such as "MoveFileW(C:\a, C:\a.tmp)", in UTF-8.
+  const std::vector<std::string>& Calls() const { return calls_; }
+  void ClearCalls() { calls_.clear(); }
+
+  // Puts an event of the test's own in line with the calls.
+  void Note(const std::string& event) { calls_.push_back(event); }
+
+  // What the made-up console says. The token is any value but null.
+  std::wstring samName;
+  platform::Dword session = 1;
+  platform::UserToken token = &session;
+  int impersonationResult = 1;
+  std::wstring leftByFailedLookup;  // what a failed GetUserNameSamCompatible writes to the buffer all the same
+
+  platform::Dword WTSGetActiveConsoleSessionId() override;
+  bool WTSQueryUserToken(platform::Dword session, platform::UserToken* token) override;
+  int ImpersonateLoggedOnUser(platform::UserToken token) override;
+  bool RevertToSelf() override;
+  bool GetUserNameSamCompatible(wchar_t* buffer, platform::Dword* size) override;
+  bool CloseHandle(platform::UserToken token) override;
+  platform::Dword GetLastError() override;
+  platform::Dword GetFileAttributesW(const std::wstring& path) override;
+  bool MoveFileW(const std::wstring& from, const std::wstring& to) override;
+  bool DeleteFileW(const std::wstring& path) override;
+  bool Exists(const std::wstring& path) override;
+  bool CreateDirectories(const std::wstring& path) override;
+  void AddOwnerAllOthersRead(const std::wstring& path) override;
+  std::string SqliteFileName(const std::string& path) override;
+
+ private:
+  struct Fault {
+    platform::Dword error;
+    bool isThrown;
+  };
+
+  bool IsMadeToFail(SystemCall call, const std::string& description);
+  bool Delegated(bool result);
+  std::string TokenName(platform::UserToken value) const;
+
+  platform::OperatingSystem* const previous_;
+  std::map<SystemCall, int> counts_;
+  std::map<std::pair<SystemCall, int>, Fault> faults_;
+  std::vector<std::string> calls_;
+  std::optional<platform::Dword> lastError_;  // empty: the last failure was the real system's
+};
+
+}  // namespace support

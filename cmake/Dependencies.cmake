@@ -7,7 +7,8 @@ set(MARNOCK_SQLITE_OPTIONS
   SQLITE_DEFAULT_SYNCHRONOUS=3   # else a power cut can bring a deleted journal back and undo an acknowledged save
   SQLITE_DEFAULT_MEMSTATUS=0
   SQLITE_OMIT_LOAD_EXTENSION
-  SQLITE_DQS=0)
+  SQLITE_DQS=0
+  HAVE_USLEEP=1)                 # else a busy time-out below a second does not wait at all on POSIX
 
 find_package(Threads REQUIRED)
 find_package(SQLiteCpp CONFIG QUIET)

@@ -49,7 +49,7 @@ int Truncate(sqlite3_file* file, sqlite3_int64 size) {
   return Forward(FileCall::Truncate, file, &sqlite3_io_methods::xTruncate, size);
 }
 
-int Sync(sqlite3_file* file, int flags) { return Forward(FileCall::Sync, file, &sqlite3_io_methods::xSync, flags); }
+int Sync(sqlite3_file* file, int) { return FileOf(file).owner->Begin(FileCall::Sync, FileOf(file).subject); }
 
 int FileSize(sqlite3_file* file, sqlite3_int64* size) {
   return Forward(FileCall::FileSize, file, &sqlite3_io_methods::xFileSize, size);
@@ -124,9 +124,10 @@ int Open(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, int*
   return result;
 }
 
-int Delete(sqlite3_vfs* vfs, const char* name, int syncDirectory) {
+int Delete(sqlite3_vfs* vfs, const char* name, int) {
+  constexpr int kDoNotSyncDirectory = 0;
   const int fault = Owner(vfs).Begin(FileCall::Delete, SubjectOf(name));
-  return fault != SQLITE_OK ? fault : RealVfs(vfs)->xDelete(RealVfs(vfs), name, syncDirectory);
+  return fault != SQLITE_OK ? fault : RealVfs(vfs)->xDelete(RealVfs(vfs), name, kDoNotSyncDirectory);
 }
 
 int Access(sqlite3_vfs* vfs, const char* name, int flags, int* result) {

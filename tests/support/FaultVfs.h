@@ -14,7 +14,8 @@ namespace support {
 enum class FileCall { Open, Close, Read, Write, Truncate, Sync, FileSize, Lock, Unlock, Delete, Access };
 
 // SQLite's default file system for as long as it lives, on top of the previous one. Every database opened meanwhile
-// must be closed before it goes, memory databases too. No WAL and no memory mapping. One thread.
+// must be closed before it goes, memory databases too. No WAL and no memory mapping. Syncs are counted and can fail,
+// but do not reach the disk: a test's files need not survive a power cut. One thread.
 class FaultVfs {
  public:
   FaultVfs();

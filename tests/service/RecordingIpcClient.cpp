@@ -4,7 +4,7 @@
 
 class IPCMessageClient::Connection {};
 
-namespace test {
+namespace support {
 
 namespace {
 IpcRecord g_record;
@@ -28,9 +28,9 @@ bool Deliver(TagIPCMessageItem& item) {
   return true;
 }
 
-}  // namespace test
+}  // namespace support
 
-using test::g_record;
+using support::g_record;
 
 IPCMessageClient::IPCMessageClient(int clientId, bool hubMustExist, bool reserved, const std::wstring& pipeName) {
   g_record.clientId = clientId;
@@ -43,7 +43,7 @@ IPCMessageClient::~IPCMessageClient() = default;
 
 void IPCMessageClient::RegisterMessageCallback(int code, Callback callback) {
   g_record.registeredCodes.push_back(code);
-  test::g_callbacks[code] = std::move(callback);
+  support::g_callbacks[code] = std::move(callback);
 }
 
 bool IPCMessageClient::UnRegisterMessageCallbackAll() {
@@ -51,12 +51,12 @@ bool IPCMessageClient::UnRegisterMessageCallbackAll() {
   if (g_record.onUnregister) {
     g_record.onUnregister();
   }
-  test::g_callbacks.clear();
+  support::g_callbacks.clear();
   return true;
 }
 
 bool IPCMessageClient::PostIPCMessage(const TagIPCMessageItem& item) const {
-  test::PostedItem posted{item, {}};
+  support::PostedItem posted{item, {}};
   if (item.length > 0) {
     posted.payload.assign(item.payload, static_cast<std::size_t>(item.length));
   }

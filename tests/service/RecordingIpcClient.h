@@ -8,7 +8,7 @@
 
 #include "platform/ipc/IPCMessageClient.h"
 
-namespace test {
+namespace support {
 
 struct PostedItem {
   TagIPCMessageItem item;
@@ -34,4 +34,4 @@ struct IpcRecord {
 // Calls the callback registered for item.code, as the library would. False when there is none.
 bool Deliver(TagIPCMessageItem& item);
 
-}  // namespace test
+}  // namespace support

@@ -16,13 +16,15 @@ class IpcRequest {
   // Reads the same fields in the same order.
   virtual void Deserialize(std::shared_ptr<MessageParcel> parcel) = 0;
 
+  // Adds nothing to the comparison of two messages of one class, which is field by field.
+  bool operator==(const IpcRequest&) const = default;
+
  protected:
   // The interface has two slots and no more: a message is destroyed as what it is, never through its base.
   ~IpcRequest() = default;
   IpcRequest() = default;
   IpcRequest(const IpcRequest&) = default;
   IpcRequest& operator=(const IpcRequest&) = default;
-  bool operator==(const IpcRequest&) const = default;
 };
 
 }  // namespace KT

@@ -40,12 +40,13 @@ class Message : public IpcRequest {
   void Serialize(std::shared_ptr<MessageParcel> parcel) final;
   void Deserialize(std::shared_ptr<MessageParcel> parcel) final;
 
+  bool operator==(const Message&) const = default;
+
  protected:
   ~Message() = default;
   Message() = default;
   Message(const Message&) = default;
   Message& operator=(const Message&) = default;
-  bool operator==(const Message&) const = default;
 };
 
 }  // namespace KT

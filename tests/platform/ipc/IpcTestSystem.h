@@ -17,3 +17,6 @@ class PrivatePipes {
  private:
   std::string root_;  // POSIX: the machine root
 };
+
+// Says hello to the hub from a process of its own, asking for `wantedId`; the status of the answer.
+int StatusForForeignHello(const std::wstring& pipeName, int wantedId);

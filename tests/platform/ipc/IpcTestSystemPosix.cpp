@@ -1,8 +1,13 @@
+#include <spawn.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
+#include <stdexcept>
 
 #include "IpcTestSystem.h"
+#include "platform/text/WideText.h"
 
 PrivatePipes::PrivatePipes() : root_("/tmp/marnock-XXXXXX") {  // short: a socket's path has 107 bytes
   if (::mkdtemp(root_.data()) == nullptr) {
@@ -19,4 +24,19 @@ PrivatePipes::~PrivatePipes() {
 std::wstring PrivatePipes::NewName() {
   static int count = 0;
   return L"\\\\.\\Pipe\\MarnockTest" + std::to_wstring(++count);
+}
+
+int StatusForForeignHello(const std::wstring& pipeName, int wantedId) {
+  const std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "ipc_foreign_peer";
+  std::string name = platform::ToUtf8(pipeName);
+  std::string id = std::to_string(wantedId);
+  std::string title = program;
+  char* const arguments[] = {title.data(), name.data(), id.data(), nullptr};
+  pid_t process = 0;
+  if (::posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ) != 0) {
+    throw std::runtime_error("cannot start " + program);
+  }
+  int status = 0;
+  ::waitpid(process, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

@@ -1,5 +1,9 @@
 #include <windows.h>
 
+#include <process.h>
+
+#include <filesystem>
+
 #include "IpcTestSystem.h"
 
 PrivatePipes::PrivatePipes() = default;
@@ -8,4 +12,13 @@ PrivatePipes::~PrivatePipes() = default;
 std::wstring PrivatePipes::NewName() {
   static int count = 0;
   return L"\\\\.\\Pipe\\MarnockTest" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
+}
+
+int StatusForForeignHello(const std::wstring& pipeName, int wantedId) {
+  wchar_t self[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  const std::wstring program = std::filesystem::path(self).replace_filename(L"ipc_foreign_peer.exe").wstring();
+  const std::wstring id = std::to_wstring(wantedId);
+  return static_cast<int>(_wspawnl(_P_WAIT, program.c_str(), L"ipc_foreign_peer", pipeName.c_str(), id.c_str(),
+                                   static_cast<wchar_t*>(nullptr)));
 }

@@ -115,7 +115,7 @@ TEST_F(Handlers, ACurrentDeviceComesBackWithoutTheFieldsThatItsTableLacks) {
   set.info.isPhoneMirrorSupported = 7;
   set.info.multiDeviceSyncSwitch = 9;
   EXPECT_EQ(Ask(set).result, 0);
-  KT::CurrZentapDeviceInfo expected;
+  CurrZentapDeviceInfo expected;
   expected.devName = "Phone";
   expected.trustType = std::numeric_limits<std::uint32_t>::max();
   expected.isPhoneMirrorSupported = 7;

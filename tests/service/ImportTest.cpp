@@ -115,7 +115,7 @@ TEST_F(Import, ThePairedDeviceBecomesACurrentOneWithItsOtherFieldsAtTheirDefault
   KT::ImportDevicesAtStartup(*service);
   const auto list = Ask(KT::CurrZentapDeviceGetListRequest()).list;
   ASSERT_EQ(list.size(), 1U);
-  KT::CurrZentapDeviceInfo expected;
+  CurrZentapDeviceInfo expected;
   expected.summary = "phone";
   expected.macAddrInt = 77;
   EXPECT_TRUE(list[0] == expected);

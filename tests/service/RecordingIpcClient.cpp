@@ -2,7 +2,9 @@
 
 #include <map>
 
-class IPCMessageClient::Connection {};
+namespace platform::ipc {
+class ClientConnection {};
+}  // namespace platform::ipc
 
 namespace support {
 

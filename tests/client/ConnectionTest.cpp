@@ -1,0 +1,93 @@
+// Absent, late, full and vanishing hubs, as the typed client meets them.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "tests/client/ClientFixture.h"
+
+namespace {
+
+using KT::CallStatus;
+using Clock = std::chrono::steady_clock;
+
+class Connection : public support::ClientFixture {
+ protected:
+  static Answer EchoOne() { return With(std::string("\x01\x00s\0\0\0\0", 7)); }
+};
+
+TEST_F(Connection, AnAbsentHubIsAnErrorAtOnceWhereWaitingIsNotWanted) {
+  auto options = Options();
+  options.waitForService = false;
+  KT::RegistryClient client(options);
+  const auto start = Clock::now();
+  const auto outcome = client.GetPeerDevice("u");
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+  EXPECT_EQ(outcome.status, CallStatus::NoService);
+  EXPECT_EQ(outcome.explanation.find("nothing serves the pipe \\\\.\\"), 0U) << outcome.explanation;
+}
+
+TEST_F(Connection, AnAbsentHubIsWaitedForUntilTheTimeIsOver) {
+  KT::RegistryClient client(Options(std::chrono::milliseconds(200)));
+  const auto start = Clock::now();
+  EXPECT_EQ(client.GetPeerDevice("u").status, CallStatus::NoService);
+  EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(200));
+}
+
+TEST_F(Connection, AHubThatComesLateIsFound) {
+  KT::RegistryClient client(Options());
+  std::thread starter([this] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    StartHub();
+    StartService(0xc4000a, EchoOne());
+  });
+  auto outcome = client.GetPeerDevice("u");
+  starter.join();
+  if (outcome.status == CallStatus::Refused) {  // the hub was there before the service
+    outcome = client.GetPeerDevice("u");
+  }
+  EXPECT_TRUE(outcome.Succeeded()) << outcome.explanation;
+}
+
+TEST_F(Connection, AHubThatGoesWhileACallWaitsEndsTheCall) {
+  StartHub();
+  std::thread stopper;
+  StartService(0xc4000a, [&](IPCMessageClient&, const TagIPCMessageItem&) {
+    stopper = std::thread([this] { StopHub(); });
+  });
+  KT::RegistryClient client(Options());
+  const auto outcome = client.GetPeerDevice("u");
+  stopper.join();
+  EXPECT_EQ(outcome.status, CallStatus::ConnectionLost);
+  EXPECT_EQ(outcome.explanation, "the connection ended before the answer came; the service may or may not have acted");
+}
+
+TEST_F(Connection, TheNextCallFindsAHubThatCameBack) {
+  StartHub();
+  StartService(0xc4000a, EchoOne());
+  KT::RegistryClient client(Options());
+  EXPECT_TRUE(client.GetPeerDevice("u").Succeeded());
+  StopHub();
+  StartHub();
+  ASSERT_TRUE(service->WaitUntilConnected(std::chrono::seconds(10)));
+  // The first call may still be sent into the connection that ended.
+  auto outcome = client.GetPeerDevice("u");
+  for (int attempt = 0; attempt < 3 && !outcome.Succeeded(); ++attempt) {
+    outcome = client.GetPeerDevice("u");
+  }
+  EXPECT_TRUE(outcome.Succeeded()) << outcome.explanation;
+}
+
+TEST_F(Connection, AHubThatWentIsNoticedAtOnceWhereWaitingIsNotWanted) {
+  StartHub();
+  StartService(0xc4000a, EchoOne());
+  auto options = Options();
+  options.waitForService = false;
+  KT::RegistryClient client(options);
+  EXPECT_TRUE(client.GetPeerDevice("u").Succeeded());
+  StopHub();
+  const auto start = Clock::now();
+  EXPECT_FALSE(client.GetPeerDevice("u").Succeeded());
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+}
+
+}  // namespace

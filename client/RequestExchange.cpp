@@ -1,7 +1,9 @@
 #include "client/RequestExchange.h"
 
+#include <algorithm>
 #include <limits>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "platform/text/PlenixBase.h"
@@ -9,6 +11,9 @@
 namespace KT {
 
 namespace {
+
+// Between tries to send into a connection that has ended and not been made anew.
+constexpr std::chrono::milliseconds kRetryPause{5};
 
 std::chrono::milliseconds TimeLeft(RequestExchange::Clock::time_point deadline) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - RequestExchange::Clock::now());
@@ -31,19 +36,28 @@ RequestExchange::Answer RequestExchange::Run(int receiver, int code, std::string
                                              std::chrono::milliseconds timeout) {
   const std::lock_guard oneCall(callMutex_);
   const auto deadline = Clock::now() + timeout;
-  if (const std::string why = Connect(deadline); !why.empty()) {
-    return Failure(CallStatus::NoService, why);
+  for (;;) {
+    if (std::string why = Connect(deadline); !why.empty()) {
+      return Failure(CallStatus::NoService, std::move(why));
+    }
+    if (Post(receiver, code, payload)) {
+      return WaitForAnswer(deadline);
+    }
+    if (Clock::now() >= deadline) {
+      return Failure(CallStatus::NoService, "the connection to the hub ended before the request was sent");
+    }
+    std::this_thread::sleep_for(kRetryPause);  // nothing was sent, so that another try does no harm
   }
+}
+
+bool RequestExchange::Post(int receiver, int code, std::string& payload) {
   TagIPCMessageItem request;
   request.receiver = receiver;
   request.code = code;
   request.replyCode = ExpectAnswerFrom(receiver);
   request.length = static_cast<int>(payload.size());
   request.payload = payload.data();
-  if (!client_->PostIPCMessage(request)) {
-    return Failure(CallStatus::NoService, "the connection to the hub ended before the request was sent");
-  }
-  return WaitForAnswer(deadline);
+  return client_->PostIPCMessage(request);
 }
 
 std::string RequestExchange::Connect(Clock::time_point deadline) {

@@ -37,6 +37,9 @@ class RequestExchange {
  private:
   // Returns why there is no connection, or an empty string.
   std::string Connect(Clock::time_point deadline);
+  // False when nothing was sent.
+  bool Post(int receiver, int code, std::string& payload);
+  // Returns the reply code to ask for.
   int ExpectAnswerFrom(int receiver);
   void OnAnswer(const TagIPCMessageItem& item);
   Answer WaitForAnswer(Clock::time_point deadline);

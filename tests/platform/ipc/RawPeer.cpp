@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <asio/read.hpp>
 #include <asio/write.hpp>
 #include <thread>
+#include <vector>
 
 RawPeer::RawPeer(const std::wstring& pipeName) {
   const auto address = platform::ipc::ResolvePipe(pipeName);
@@ -31,11 +31,15 @@ bool RawPeer::RunUntil(const bool& done, std::chrono::milliseconds patience) {
 }
 
 std::size_t RawPeer::Write(const std::string& bytes, std::chrono::milliseconds patience) {
+  if (unwritable_) {
+    return 0;  // Asio would wait for a readiness that has been reported already
+  }
   bool done = false;
   std::size_t taken = 0;
-  asio::async_write(stream_, asio::buffer(bytes), [&](const std::error_code&, std::size_t count) {
+  asio::async_write(stream_, asio::buffer(bytes), [&](const std::error_code& error, std::size_t count) {
     done = true;
     taken = count;
+    unwritable_ = error && error != asio::error::operation_aborted;
   });
   RunUntil(done, patience);
   return taken;
@@ -75,8 +79,14 @@ std::int32_t RawPeer::SayHello(std::int32_t wanted) {
 
 bool RawPeer::IsClosed(std::chrono::milliseconds patience) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
+  std::vector<char> dropped(64 * 1024);
   while (!closed_ && std::chrono::steady_clock::now() < deadline) {
-    Read(1, std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()));
+    bool done = false;
+    stream_.async_read_some(asio::buffer(dropped), [&](const std::error_code& error, std::size_t) {
+      done = true;
+      closed_ = error && error != asio::error::operation_aborted;
+    });
+    RunUntil(done, std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()));
   }
   return closed_;
 }

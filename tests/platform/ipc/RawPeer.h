@@ -39,4 +39,5 @@ class RawPeer {
   asio::io_context context_;
   platform::ipc::Stream stream_{context_};
   bool closed_ = false;
+  bool unwritable_ = false;
 };

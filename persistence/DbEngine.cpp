@@ -29,6 +29,8 @@ constexpr const char* kLoadDbFromDisk = "KT::DbEngine::LoadDbFromDisk";
 constexpr const char* kCreateTable = "KT::DbEngine::CreateTable";
 constexpr const char* kDeleteDbItem = "KT::DbEngine::DeleteDbItem";
 
+constexpr const char* kLoadFailed = "[KTData] Load local database failed:";
+
 // False when the user is not known or the folder cannot be made.
 bool FindFile(DbContent& content) {
   const std::wstring directory = Utils::GetCurrUserDefinePath(content.dirPath);
@@ -105,64 +107,56 @@ bool DbEngine::InitDb(DbContent& content) {
 }
 
 bool DbEngine::SaveDbIntoDisk(DbContent& content) {
-  return IsOpen(content, kSaveDbIntoDisk) && Guarded("[KTData] Save database filed:", kSaveDbIntoDisk, [&] {
-           // Deferred on purpose: it must not have locked anything when the copy starts, or the copy is refused.
-           SQLite::Transaction transaction(*content.dbContentPtr);
-           const std::wstring file = PlenixBase::UTF8ToUnicode(content.filePath);
-           const SavePaths paths{file, file + L".tmp"};
-           const bool movedAside = MoveAside(paths);
-           SaveToFile(*content.dbContentPtr, content.filePath);
-           transaction.commit();
-           if (movedAside && !OperatingSystem::Get().DeleteFileW(paths.temporary)) {
-             LogFailure(kSaveDbIntoDisk, "[KTData] Delete database filed.");
-           }
-           LogProgress(kSaveDbIntoDisk, "[KTData] Save database success.");
-           return true;
-         });
+  return WithDatabase(content, "[KTData] Save database filed:", kSaveDbIntoDisk, [&](SQLite::Database& database) {
+    // Deferred on purpose: it must not have locked anything when the copy starts, or the copy is refused.
+    SQLite::Transaction transaction(database);
+    const std::wstring file = PlenixBase::UTF8ToUnicode(content.filePath);
+    const SavePaths paths{file, file + L".tmp"};
+    const bool movedAside = MoveAside(paths);
+    SaveToFile(database, content.filePath);
+    transaction.commit();
+    if (movedAside && !OperatingSystem::Get().DeleteFileW(paths.temporary)) {
+      LogFailure(kSaveDbIntoDisk, "[KTData] Delete database filed.");
+    }
+    LogProgress(kSaveDbIntoDisk, "[KTData] Save database success.");
+    return true;
+  });
 }
 
 bool DbEngine::LoadDbFromDisk(DbContent& content) {
-  return IsOpen(content, kLoadDbFromDisk) && Guarded("[KTData] Load local database failed:", kLoadDbFromDisk, [&] {
-           LoadFromFile(*content.dbContentPtr, content.filePath);
-           LogProgress(kLoadDbFromDisk, "[KTData] Load local database success.");
-           return true;
-         });
+  return WithDatabase(content, kLoadFailed, kLoadDbFromDisk, [&](SQLite::Database& database) {
+    LoadFromFile(database, content.filePath);
+    LogProgress(kLoadDbFromDisk, "[KTData] Load local database success.");
+    return true;
+  });
 }
 
 bool DbEngine::CreateTable(DbContent& content) {
-  return IsOpen(content, kCreateTable) && Guarded("[KTData] Create device database fail:", kCreateTable, [&] {
-           SQLite::Transaction transaction(*content.dbContentPtr);
-           std::ostringstream text;
-           text << "CREATE TABLE IF NOT EXISTS " << content.tableName;
-           AppendColumnDefs(text);
-           SQLite::Statement(*content.dbContentPtr, text.str()).exec();
-           transaction.commit();
-           LogProgress(kCreateTable, "[KTData] Creat database success.");
-           return true;
-         });
+  return WithDatabase(content, "[KTData] Create device database fail:", kCreateTable, [&](SQLite::Database& database) {
+    SQLite::Transaction transaction(database);
+    std::ostringstream text;
+    text << "CREATE TABLE IF NOT EXISTS " << content.tableName;
+    AppendColumnDefs(text);
+    SQLite::Statement(database, text.str()).exec();
+    transaction.commit();
+    LogProgress(kCreateTable, "[KTData] Creat database success.");
+    return true;
+  });
 }
 
 bool DbEngine::DeleteDbItem(const std::string& key, DbContent& content) {
   return DeleteRows("sumId", key, content, kDeleteDbItem);
 }
 
-bool DbEngine::IsOpen(const DbContent& content, const char* function) {
-  if (content.dbContentPtr == nullptr) {
-    LogFailure(function, "[KTData] dbContentPtr is nullptr.");
-    return false;
-  }
-  return true;
-}
-
 bool DbEngine::DeleteRows(const std::string& column, const std::string& key, DbContent& content, const char* function) {
-  return IsOpen(content, function) && Guarded("[KTData] Delete database item filed:", function, [&] {
-           const std::string text = "DELETE FROM " + content.tableName + " WHERE " + column + " = '" + key + "';";
-           // One statement object runs the first statement of its text and no more, whatever the key adds to it.
-           if (SQLite::Statement(*content.dbContentPtr, text).exec() < 1) {
-             LogProgress(function, "[KTData] Delete item 0");
-           }
-           return true;
-         });
+  return WithDatabase(content, "[KTData] Delete database item filed:", function, [&](SQLite::Database& database) {
+    const std::string text = "DELETE FROM " + content.tableName + " WHERE " + column + " = '" + key + "';";
+    // One statement object runs the first statement of its text and no more, whatever the key adds to it.
+    if (SQLite::Statement(database, text).exec() < 1) {
+      LogProgress(function, "[KTData] Delete item 0");
+    }
+    return true;
+  });
 }
 
 }  // namespace KT

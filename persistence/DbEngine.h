@@ -41,9 +41,6 @@ class DbEngine {
   // Appends "(id INTEGER PRIMARY KEY AUTOINCREMENT, ...);" to the CREATE statement.
   virtual void AppendColumnDefs(std::ostream& statement) const = 0;
 
-  // Whether the database is open; logs as a failure of `function` when it is not.
-  static bool IsOpen(const DbContent& content, const char* function);
-
   // Deletes the rows whose `column` is `key`, as DeleteDbItem does and with its texts, logged under `function`.
   static bool DeleteRows(const std::string& column, const std::string& key, DbContent& content, const char* function);
 };

@@ -2,9 +2,13 @@
 #pragma once
 
 #include <SQLiteCpp/Column.h>
+#include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -67,12 +71,53 @@ void BindDeviceRow(SQLite::Statement& insert, const std::string& sumId, const Ta
   ForEachColumn<table>(info, [&](const char*, const auto& value) { internal::BindValue(insert, ++position, value); });
 }
 
-// The record in the statement's current row. Throws SQLite::Exception when a column is missing.
+// Reads rows of one SELECT. Columns are found by their names, once for all rows: a file that was loaded may have them
+// in another order, or more of them.
 template <DeviceTable table>
-TableRecord<table> ReadDeviceRow(const SQLite::Statement& row) {
-  TableRecord<table> info;
-  ForEachColumn<table>(info, [&](const char* name, auto& value) { internal::ReadValue(row.getColumn(name), value); });
-  return info;
-}
+class DeviceRowReader {
+ public:
+  // `select` must outlive the reader.
+  explicit DeviceRowReader(const SQLite::Statement& select) : select_(select) {
+    int expected = kSumIdColumn + 1;
+    std::size_t field = 0;
+    ForEachColumn<table>([&](const auto& column) { positions_[field++] = Find(column.name, expected++); });
+  }
+
+  // The record in the statement's current row. Throws SQLite::Exception when a column is missing.
+  TableRecord<table> Read() const {
+    TableRecord<table> info;
+    std::size_t field = 0;
+    ForEachColumn<table>(info, [&](const char*, auto& value) {
+      const int position = positions_[field++];
+      if (position == kMissing) {
+        throw SQLite::Exception("Unknown column name.");  // as Statement::getColumn says of a name
+      }
+      internal::ReadValue(select_.getColumn(position), value);
+    });
+    return info;
+  }
+
+ private:
+  static constexpr int kMissing = -1;
+
+  bool IsNamed(int position, const char* name) const { return std::strcmp(select_.getColumnName(position), name) == 0; }
+
+  // Tables that this engine made have every column where it is expected, which makes the search short.
+  int Find(const char* name, int expected) const {
+    const int count = select_.getColumnCount();
+    if (expected < count && IsNamed(expected, name)) {
+      return expected;
+    }
+    for (int position = 0; position < count; ++position) {
+      if (IsNamed(position, name)) {
+        return position;
+      }
+    }
+    return kMissing;
+  }
+
+  const SQLite::Statement& select_;
+  std::array<int, kStoredFieldCount<table>> positions_{};
+};
 
 }  // namespace KT

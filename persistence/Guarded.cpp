@@ -31,4 +31,12 @@ void LogCaughtException(const char* message, const char* function) noexcept {
   }
 }
 
+bool IsOpen(const DbContent& content, const char* function) {
+  if (content.dbContentPtr == nullptr) {
+    platform::LogFailure(function, "[KTData] dbContentPtr is nullptr.");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace KT

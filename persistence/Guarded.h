@@ -1,7 +1,9 @@
-// Where exceptions end: the operations of the engines report failure by their result.
+// The frame of every engine operation: it needs an open database, and reports failure by its result alone.
 #pragma once
 
 #include <utility>
+
+#include "persistence/DbContent.h"
 
 namespace KT {
 
@@ -18,6 +20,17 @@ bool Guarded(const char* message, const char* function, Body&& body) {
     LogCaughtException(message, function);
     return false;
   }
+}
+
+// Whether the database is open; logs as a failure of `function` when it is not.
+bool IsOpen(const DbContent& content, const char* function);
+
+// The result of `body(database)` on the open database of `content`, guarded as above; false after logging when there
+// is none.
+template <class Body>
+bool WithDatabase(DbContent& content, const char* message, const char* function, Body&& body) {
+  return IsOpen(content, function) &&
+         Guarded(message, function, [&] { return std::forward<Body>(body)(*content.dbContentPtr); });
 }
 
 }  // namespace KT

@@ -37,16 +37,16 @@ bool PeerDeviceDbEngine::Init() {
 }
 
 bool PeerDeviceDbEngine::AddPeerDevice(const std::string& udId, const std::string& sumId) {
-  return IsOpen(content_, kAddPeerDevice) && Guarded("[KTData] Add peer device failed:", kAddPeerDevice, [&] {
-           std::ostringstream text;
-           text << "INSERT INTO " << content_.tableName;
-           AppendInsertColumns(text);
-           SQLite::Statement insert(*content_.dbContentPtr, text.str());
-           insert.bind(1, udId);
-           insert.bind(2, sumId);
-           insert.exec();
-           return true;
-         });
+  return WithDatabase(content_, "[KTData] Add peer device failed:", kAddPeerDevice, [&](SQLite::Database& database) {
+    std::ostringstream text;
+    text << "INSERT INTO " << content_.tableName;
+    AppendInsertColumns(text);
+    SQLite::Statement insert(database, text.str());
+    insert.bind(1, udId);
+    insert.bind(2, sumId);
+    insert.exec();
+    return true;
+  });
 }
 
 bool PeerDeviceDbEngine::DeletePeerDevice(const std::string& udId) {
@@ -58,21 +58,20 @@ bool PeerDeviceDbEngine::DeletePeerDevice(const std::string& udId) {
 }
 
 bool PeerDeviceDbEngine::UpdatePeerDevice(const std::string& udId, const std::string& sumId) {
-  return IsOpen(content_, kUpdatePeerDevice) && Guarded("[KTData] Update peer device failed:", kUpdatePeerDevice, [&] {
-           DeletePeerDevice(udId);
-           return AddPeerDevice(udId, sumId);
-         });
+  return WithDatabase(content_, "[KTData] Update peer device failed:", kUpdatePeerDevice, [&](SQLite::Database&) {
+    DeletePeerDevice(udId);
+    return AddPeerDevice(udId, sumId);
+  });
 }
 
 bool PeerDeviceDbEngine::QueryPeerDevice(const std::string& udId, std::string& sumId) {
-  return IsOpen(content_, kQueryPeerDevice) && Guarded("[KTData] Get peer device failed:", kQueryPeerDevice, [&] {
-           SQLite::Statement select(*content_.dbContentPtr,
-                                    "SELECT * FROM " + content_.tableName + " WHERE udId = '" + udId + "';");
-           while (select.executeStep()) {
-             sumId = select.getColumn("sumId").getString();
-           }
-           return true;
-         });
+  return WithDatabase(content_, "[KTData] Get peer device failed:", kQueryPeerDevice, [&](SQLite::Database& database) {
+    SQLite::Statement select(database, "SELECT * FROM " + content_.tableName + " WHERE udId = '" + udId + "';");
+    while (select.executeStep()) {
+      sumId = select.getColumn("sumId").getString();
+    }
+    return true;
+  });
 }
 
 void PeerDeviceDbEngine::AppendColumnDefs(std::ostream& statement) const {

@@ -21,6 +21,7 @@ template <>
 inline constexpr DeviceTable kTableOf<BluetoothDeviceSummary> = DeviceTable::Trusted;
 
 constexpr const char* kKeyColumn = "sumId";
+constexpr const char* kGetListFailed = "[KTData] Get zentap device list failed:";
 
 }  // namespace
 
@@ -48,12 +49,12 @@ bool TapDbEngine<Record>::Init() {
 
 template <class Record>
 bool TapDbEngine<Record>::AddZentapDeviceInfo(const std::string& sumId, const Record& info) {
-  return IsOpen(content_, names_.add) && Guarded("[KTData] Add zentap device failed:", names_.add, [&] {
-           SQLite::Statement insert(*content_.dbContentPtr, insertText_);
-           BindDeviceRow<kTableOf<Record>>(insert, sumId, info);
-           insert.exec();
-           return true;
-         });
+  return WithDatabase(content_, "[KTData] Add zentap device failed:", names_.add, [&](SQLite::Database& database) {
+    SQLite::Statement insert(database, insertText_);
+    BindDeviceRow<kTableOf<Record>>(insert, sumId, info);
+    insert.exec();
+    return true;
+  });
 }
 
 template <class Record>
@@ -67,48 +68,48 @@ bool TapDbEngine<Record>::DeleteZentapDeviceInfo(const std::string& sumId) {
 
 template <class Record>
 bool TapDbEngine<Record>::UpdateZentapDeviceInfo(const std::string& sumId, const Record& info) {
-  return IsOpen(content_, names_.update) && Guarded("[KTData] Update zentap device failed:", names_.update, [&] {
-           DeleteZentapDeviceInfo(sumId);
-           return AddZentapDeviceInfo(sumId, info);
-         });
+  return WithDatabase(content_, "[KTData] Update zentap device failed:", names_.update, [&](SQLite::Database&) {
+    DeleteZentapDeviceInfo(sumId);
+    return AddZentapDeviceInfo(sumId, info);
+  });
 }
 
 template <class Record>
 bool TapDbEngine<Record>::UpdateZentapDeviceInfoList(const std::vector<Record>& list) {
-  return IsOpen(content_, names_.updateList) &&
-         Guarded("[KTData] Update zentap device failed:", names_.updateList, [&] {
-           for (const Record& info : list) {
-             DeleteZentapDeviceInfo(info.summary);
-             if (!AddZentapDeviceInfo(content_.keyColumn, info)) {
-               return false;
-             }
-           }
-           return true;
-         });
+  return WithDatabase(content_, "[KTData] Update zentap device failed:", names_.updateList, [&](SQLite::Database&) {
+    for (const Record& info : list) {
+      DeleteZentapDeviceInfo(info.summary);
+      if (!AddZentapDeviceInfo(content_.keyColumn, info)) {
+        return false;
+      }
+    }
+    return true;
+  });
 }
 
 template <class Record>
 bool TapDbEngine<Record>::GetZentapDeviceInfoList(std::vector<Record>& list) {
-  return IsOpen(content_, names_.getList) && Guarded("[KTData] Get zentap device list failed:", names_.getList, [&] {
-           list.clear();
-           SQLite::Statement select(*content_.dbContentPtr, "SELECT * FROM " + content_.tableName);
-           while (select.executeStep()) {
-             list.push_back(ReadDeviceRow<kTableOf<Record>>(select));
-           }
-           return true;
-         });
+  return WithDatabase(content_, kGetListFailed, names_.getList, [&](SQLite::Database& database) {
+    list.clear();
+    SQLite::Statement select(database, "SELECT * FROM " + content_.tableName);
+    const DeviceRowReader<kTableOf<Record>> row(select);
+    while (select.executeStep()) {
+      list.push_back(row.Read());
+    }
+    return true;
+  });
 }
 
 template <class Record>
 bool TapDbEngine<Record>::GetZentapDeviceInfo(const std::string& sumId, Record& info) {
-  return IsOpen(content_, names_.get) && Guarded("[KTData] Get zentap device failed:", names_.get, [&] {
-           SQLite::Statement select(*content_.dbContentPtr,
-                                    "SELECT * FROM " + content_.tableName + " WHERE sumId = '" + sumId + "';");
-           while (select.executeStep()) {
-             info = ReadDeviceRow<kTableOf<Record>>(select);
-           }
-           return true;
-         });
+  return WithDatabase(content_, "[KTData] Get zentap device failed:", names_.get, [&](SQLite::Database& database) {
+    SQLite::Statement select(database, "SELECT * FROM " + content_.tableName + " WHERE sumId = '" + sumId + "';");
+    const DeviceRowReader<kTableOf<Record>> row(select);
+    while (select.executeStep()) {
+      info = row.Read();
+    }
+    return true;
+  });
 }
 
 template <class Record>

@@ -1,5 +1,6 @@
 #include "persistence/TrustedZentapDbEngine.h"
 
+#include "persistence/Guarded.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {

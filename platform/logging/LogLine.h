@@ -2,6 +2,7 @@
 // parentheses.
 #pragma once
 
+#include <concepts>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -13,23 +14,32 @@ namespace platform {
 
 namespace internal {
 
-// Literals of the source are ASCII: the stream widens them itself.
-inline void AppendPart(std::wostringstream& line, const char* literal) { line << literal; }
+// Whole numbers, as opposed to characters and truth values, which a stream would write in ways of its own.
+template <class T>
+concept LogNumber = std::integral<T> && !std::same_as<T, bool> && sizeof(T) >= sizeof(int) &&
+                    !std::same_as<T, wchar_t> && !std::same_as<T, char32_t>;
+
 inline void AppendPart(std::wostringstream& line, const std::wstring& text) { line << text; }
-// Values are UTF-8 and may hold anything; inserted byte by byte they would come out as rubbish or stop the stream.
+// Values and what() texts are UTF-8 and may hold anything; inserted byte by byte they would come out as rubbish.
 inline void AppendPart(std::wostringstream& line, const std::string& utf8) { line << PlenixBase::UTF8ToUnicode(utf8); }
-inline void AppendPart(std::wostringstream& line, int value) { line << value; }
-inline void AppendPart(std::wostringstream& line, unsigned value) { line << value; }
+// A null pointer inserted into a stream would silence it for good.
+inline void AppendPart(std::wostringstream& line, const char* utf8) {
+  AppendPart(line, std::string(utf8 == nullptr ? "(null)" : utf8));
+}
+template <LogNumber Number>
+void AppendPart(std::wostringstream& line, Number value) {
+  line << value;
+}
 
 }  // namespace internal
 
 // Logs `parts` followed by "(function)". `function` is the qualified name as a literal, for example
-// "KT::Marnock::Init". Literals are ASCII, std::string values UTF-8 (ill-formed bytes become U+FFFD).
+// "KT::Marnock::Init". Narrow text is UTF-8 (ill-formed bytes become U+FFFD), a null pointer is logged as (null).
 template <class... Parts>
 void WriteLog(QxLogLevel level, const char* function, const Parts&... parts) {
   std::wostringstream line;
   (internal::AppendPart(line, parts), ...);
-  line << "(" << function << ")";
+  line << '(' << function << ')';
   QxLogger::GetInstance().Log(level, line);
 }
 

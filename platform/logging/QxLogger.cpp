@@ -44,10 +44,7 @@ struct QxLogger::State {
   Observer observer;
 };
 
-QxLogger::QxLogger() : state_(std::make_unique<State>()) {
-  state_->sink = std::make_unique<spdlog::sinks::stderr_sink_st>();
-  SetLineFormat(*state_->sink);
-}
+QxLogger::QxLogger() : state_(std::make_unique<State>()) { UseStandardError(); }
 
 QxLogger::~QxLogger() = default;
 
@@ -81,9 +78,16 @@ void QxLogger::OpenFile(const std::string& utf8Path) {
   try {
     sink = std::make_unique<spdlog::sinks::rotating_file_sink_st>(FileName<>(utf8Path), kMaxFileBytes, kRotatedFiles);
     SetLineFormat(*sink);
-  } catch (const spdlog::spdlog_ex& error) {
+  } catch (const std::exception& error) {
     throw std::runtime_error("cannot open the log file " + utf8Path + ": " + error.what());
   }
+  const std::lock_guard lock(state_->mutex);
+  state_->sink.swap(sink);
+}
+
+void QxLogger::UseStandardError() {
+  std::unique_ptr<spdlog::sinks::sink> sink = std::make_unique<spdlog::sinks::stderr_sink_st>();
+  SetLineFormat(*sink);
   const std::lock_guard lock(state_->mutex);
   state_->sink.swap(sink);
 }

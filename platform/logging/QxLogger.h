@@ -16,12 +16,14 @@ enum class QxLogLevel : int {
 
 // Lines go to standard error until OpenFile. Each is written whole and flushed before Log returns:
 //   2026-11-21T01:23:45.678Z 3 [KTData] Init Marnock finished.(KT::Marnock::Init)
-// UTC time, level, text in UTF-8. Control characters are written escaped (\n, \x1b) and ill-formed text as U+FFFD, so
-// that no content can forge or break a line. All operations may be called from any thread and throw nothing but what
-// is named at OpenFile; a line that cannot be written is dropped.
+// UTC time, level, text in UTF-8, \n at the end on every system. Control characters are written escaped (\n, \x1b;
+// LogText.h has the rest) and ill-formed text as U+FFFD, so that no content can forge or break a line. All operations
+// may be called from any thread and throw nothing but what is named at OpenFile; a line that cannot be written is
+// dropped.
 class ASSISTANT_EXPORT QxLogger {
  public:
-  // A copy of each line as it was logged, before escaping. Runs on the logging thread and must not log.
+  // A copy of each line as it was logged, before escaping. Runs on the logging thread, one line at a time, and must not
+  // use the logger itself or throw.
   using Observer = std::function<void(QxLogLevel level, const std::wstring& text)>;
 
   static QxLogger& GetInstance();
@@ -33,6 +35,9 @@ class ASSISTANT_EXPORT QxLogger {
   // reaches 10 MiB. `utf8Path` is a path of the running system. Throws std::runtime_error that names the path when it
   // cannot be opened; lines then go where they went before.
   void OpenFile(const std::string& utf8Path);
+
+  // Closes the file, if any, and writes to standard error from now on.
+  void UseStandardError();
 
   // Sets the observer (empty for none) and returns the one before.
   Observer SetObserver(Observer observer);

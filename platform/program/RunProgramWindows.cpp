@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/program/ParentProcess.h"
 #include "platform/program/RunProgram.h"
 #include "platform/program/WindowsService.h"
 #include "platform/program/WindowsStopSignal.h"
@@ -28,8 +29,10 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
 }  // namespace
 
 int RunProgram(const std::function<int(StopSignal&)>& body) {
-  if (const std::optional<int> result = RunAsService(body); result.has_value()) {
-    return *result;
+  if (StartedByServiceManager()) {
+    if (const std::optional<int> result = RunAsService(body); result.has_value()) {
+      return *result;
+    }
   }
   StopSignal& stop = ConsoleStop();
   SetConsoleCtrlHandler(nullptr, FALSE);  // a parent may have made its children deaf to Ctrl-C

@@ -26,7 +26,7 @@ Lines RowsOfFile(const std::filesystem::path& file, const std::string& sql);
 // Runs statements on a file that is opened for them alone.
 void RunOnFile(const std::filesystem::path& file, const std::string& sql);
 
-// A database without any engine's help, to be loaded or spoiled.
+// Each test has a console user, an operating system that can fail and the log to itself.
 class EngineTest : public testing::Test {
  protected:
   std::filesystem::path Native(const std::string& name) const { return profile_.NativeFile(name); }

@@ -35,4 +35,17 @@ TEST_F(EngineTest, InitFailsWithoutMemoryForTheDatabase) {
   EXPECT_EQ(log_.Lines(), Lines{"4 [KTData] dbContentPtr is nullptr.(KT::DbEngine::InitDb)"});
 }
 
+TEST_F(EngineTest, InitReleasesTheOldDatabaseBeforeItOpensAnother) {
+  NotesEngine engine;
+  ASSERT_TRUE(engine.InitDb(engine.content));
+  log_.Take();
+  g_refuseNext = true;
+
+  EXPECT_FALSE(engine.InitDb(engine.content));
+
+  EXPECT_EQ(engine.content.dbContentPtr, nullptr);
+  EXPECT_EQ(log_.Lines(), (Lines{"3 [KTData] dbContentPtr is not nullptr.(KT::DbEngine::InitDb)",
+                                 "4 [KTData] dbContentPtr is nullptr.(KT::DbEngine::InitDb)"}));
+}
+
 }  // namespace

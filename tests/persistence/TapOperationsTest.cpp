@@ -236,6 +236,11 @@ TEST_F(TrustedSave, LogsBeforeItSaves) {
   EXPECT_EQ(Files(), Lines{TrustedTap::kFile});
 }
 
+TEST_F(TrustedSave, FailsAsTheSaveFails) {
+  std::filesystem::remove_all(profile_.NativeRoot());
+  EXPECT_FALSE(engine_.SaveZentapDbIntoDisk());
+}
+
 TEST_F(TrustedSave, NeedsAnOpenDatabase) {
   engine_.Content().dbContentPtr.reset();
   EXPECT_FALSE(engine_.SaveZentapDbIntoDisk());

@@ -1,7 +1,9 @@
 #include <windows.h>
 
 #include <atomic>
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include "tests/platform/ScratchMachine.h"
 
@@ -18,8 +20,12 @@ ScratchMachine::ScratchMachine() {
 }
 
 ScratchMachine::~ScratchMachine() {
-  std::error_code ignored;
-  std::filesystem::remove_all(realFolder_, ignored);
+  // A child's console, which may outlive the child a little, keeps the files open that the child had.
+  std::error_code error;
+  for (int tries = 0; tries < 50 && std::filesystem::exists(realFolder_, error); ++tries) {
+    std::filesystem::remove_all(realFolder_, error);
+    if (error) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
 }
 
 }  // namespace testing_support

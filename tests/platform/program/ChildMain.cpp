@@ -112,6 +112,7 @@ int main(int argc, char** argv) {
       {"hang-up", [] { return RunUntil([](platform::StopSignal&) { SendHangUp(); }, 0); }},
       {"request", [] { return RunUntil([](platform::StopSignal& stop) { stop.Request(); }, 3); }},
       {"wait", [] { return RunUntil([](platform::StopSignal&) {}, 0); }},
+      {"fail", [] { return platform::RunProgram([](platform::StopSignal&) { return 3; }); }},
       {"stop-before-wait", [] { return StopBeforeWait(); }},
       {"hang-up-then-request", [] { return HangUpThenRequest(); }},
   };

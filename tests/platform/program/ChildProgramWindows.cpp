@@ -53,8 +53,8 @@ ChildOutcome RunChild(const std::vector<std::string>& arguments, const std::stri
     command += L' ' + Quoted(platform::ToWide(each));
   }
   PROCESS_INFORMATION child{};
-  const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                                      nullptr, nullptr, &start, &child);
+  const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+                                      nullptr, &start, &child);
   for (HANDLE const handle : {start.hStdInput, start.hStdOutput, start.hStdError}) {
     CloseHandle(handle);
   }

@@ -71,6 +71,8 @@ TEST(RunProgram, EndsInOrderOnRequestWithTheBodysStatus) {
   EXPECT_EQ(child.status, 3);
 }
 
+TEST(RunProgram, EndsWithTheBodysStatusWithoutAWait) { EXPECT_EQ(RunChild({"fail"}).status, 3); }
+
 TEST(RunProgram, RemembersAStopThatCameBeforeTheWait) {
   const ChildOutcome child = RunChild({"stop-before-wait"});
   EXPECT_EQ(child.output, "ready\n");

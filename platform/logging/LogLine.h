@@ -5,7 +5,7 @@
 #include <concepts>
 #include <sstream>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "platform/logging/QxLogger.h"
 #include "platform/text/PlenixBase.h"
@@ -19,16 +19,16 @@ template <class T>
 concept LogNumber = std::integral<T> && !std::same_as<T, bool> && sizeof(T) >= sizeof(int) &&
                     !std::same_as<T, wchar_t> && !std::same_as<T, char32_t>;
 
-inline void AppendPart(std::wostringstream& line, const std::wstring& text) { line << text; }
-// Values and what() texts are UTF-8 and may hold anything; inserted byte by byte they would come out as rubbish.
-inline void AppendPart(std::wostringstream& line, const std::string& utf8) { line << PlenixBase::UTF8ToUnicode(utf8); }
-// A null pointer inserted into a stream would silence it for good.
-inline void AppendPart(std::wostringstream& line, const char* utf8) {
+inline void AppendPart(std::wstring& line, const std::wstring& text) { line += text; }
+// Values and what() texts are UTF-8 and may hold anything; taken byte by byte they would come out as rubbish.
+inline void AppendPart(std::wstring& line, const std::string& utf8) { line += PlenixBase::UTF8ToUnicode(utf8); }
+// Inserted into a stream a null pointer would silence it for good.
+inline void AppendPart(std::wstring& line, const char* utf8) {
   AppendPart(line, std::string(utf8 == nullptr ? "(null)" : utf8));
 }
 template <LogNumber Number>
-void AppendPart(std::wostringstream& line, Number value) {
-  line << value;
+void AppendPart(std::wstring& line, Number value) {
+  line += std::to_wstring(value);
 }
 
 }  // namespace internal
@@ -37,9 +37,13 @@ void AppendPart(std::wostringstream& line, Number value) {
 // "KT::Marnock::Init". Narrow text is UTF-8 (ill-formed bytes become U+FFFD), a null pointer is logged as (null).
 template <class... Parts>
 void WriteLog(QxLogLevel level, const char* function, const Parts&... parts) {
-  std::wostringstream line;
-  (internal::AppendPart(line, parts), ...);
-  line << '(' << function << ')';
+  std::wstring text;
+  (internal::AppendPart(text, parts), ...);
+  internal::AppendPart(text, "(");
+  internal::AppendPart(text, function);
+  internal::AppendPart(text, ")");
+  // Filled at once: insertions part by part cost more than all the rest of a line.
+  const std::wostringstream line(std::move(text));
   QxLogger::GetInstance().Log(level, line);
 }
 

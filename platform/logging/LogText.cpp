@@ -1,12 +1,13 @@
 #include "platform/logging/LogText.h"
 
+#include "platform/text/CharacterRun.h"
 #include "platform/text/CodePoint.h"
 
 namespace platform {
 
 namespace {
 
-constexpr bool IsPlainAscii(char32_t c) { return c >= 0x20 && c < 0x7F; }
+constexpr auto kIsPlainAscii = [](wchar_t c) { return c >= 0x20 && c < 0x7F; };
 constexpr bool IsControl(char32_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
 constexpr bool IsDeceptive(char32_t c) { return (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069); }
 
@@ -36,11 +37,9 @@ void AppendControl(std::string& line, char32_t control) {
 }  // namespace
 
 void AppendLogText(std::string& line, std::wstring_view text) {
-  while (!text.empty()) {
+  for (MoveRun(text, line, kIsPlainAscii); !text.empty(); MoveRun(text, line, kIsPlainAscii)) {
     const char32_t c = TakeCodePoint(text);
-    if (IsPlainAscii(c)) {
-      line += static_cast<char>(c);
-    } else if (IsControl(c)) {
+    if (IsControl(c)) {
       AppendControl(line, c);
     } else if (IsDeceptive(c)) {
       line += "\\u";

@@ -1,5 +1,6 @@
 #include "platform/text/WideText.h"
 
+#include "platform/text/CharacterRun.h"
 #include "platform/text/CodePoint.h"
 
 namespace platform {
@@ -11,7 +12,10 @@ Result Convert(View text) {
   Result result;
   result.reserve(text.size());
   while (!text.empty()) {
-    AppendCodePoint(result, TakeCodePoint(text));
+    MoveRun(text, result, kIsAscii);
+    if (!text.empty()) {
+      AppendCodePoint(result, TakeCodePoint(text));
+    }
   }
   return result;
 }

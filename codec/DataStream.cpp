@@ -9,7 +9,6 @@ namespace cohesa {
 
 namespace {
 
-constexpr std::uint32_t kLengthPrefixBytes = 2;
 constexpr std::int32_t kMaxArrayStrings = 25000;
 constexpr std::uint8_t kNewline = 10;
 
@@ -47,10 +46,6 @@ std::uint32_t DataStream::Read(std::uint8_t* dst, std::uint32_t n) {
   return channel_ == nullptr ? kFailed : channel_->Read(dst, n);
 }
 
-std::uint32_t DataStream::Write(const void* src, std::uint32_t n) {
-  return channel_ == nullptr ? kFailed : channel_->Write(src, n);
-}
-
 std::uint32_t DataStream::ReadUtf8String(std::string& text) {
   text.clear();
   const std::int16_t length = ReadInt16();
@@ -62,7 +57,7 @@ std::uint32_t DataStream::ReadUtf8String(std::string& text) {
   std::vector<std::uint8_t>& bytes = scratch_->bytes;
   bytes.resize(size);
   const std::uint32_t result = channel_->Read(bytes.data(), size);
-  text.assign(bytes.begin(), bytes.end());
+  text.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   return result + kLengthPrefixBytes;
 }
 
@@ -72,7 +67,7 @@ std::string DataStream::ReadUtf8String() {
   return text;
 }
 
-std::uint32_t DataStream::WriteUtf8String(const std::string& text) {
+std::uint32_t DataStream::WriteInTwoSteps(const std::string& text) {
   WriteInt16(static_cast<std::int16_t>(text.size()));
   return Write(text.data(), static_cast<std::uint32_t>(text.size())) + kLengthPrefixBytes;
 }

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,7 +35,9 @@ class DataStream final : public IOStream {
 
   // Straight to the channel.
   std::uint32_t Read(std::uint8_t* dst, std::uint32_t n) override;
-  std::uint32_t Write(const void* src, std::uint32_t n) override;
+  std::uint32_t Write(const void* src, std::uint32_t n) override {
+    return channel_ == nullptr ? kFailed : channel_->Write(src, n);
+  }
 
   // `value` stays untouched without a channel and becomes zero when the read fails.
   std::uint32_t ReadInt32(std::int32_t& value) override { return ReadPrimitive(value); }
@@ -62,7 +66,18 @@ class DataStream final : public IOStream {
   std::uint32_t ReadUtf8String(std::string& text) override;
   std::string ReadUtf8String() override;
   // Returns 2 + the length, or 1 when the bytes did not fit; whether the length itself fitted does not count.
-  std::uint32_t WriteUtf8String(const std::string& text) override;
+  std::uint32_t WriteUtf8String(const std::string& text) override {
+    // Mostly length and bytes fit, and then they are one step of the cursor, which is what a message's writing waits
+    // for.
+    if (channel_ == nullptr || swapBytes_ || text.size() > kMostInOneStep) return WriteInTwoSteps(text);
+    const auto total = static_cast<std::uint32_t>(text.size()) + kLengthPrefixBytes;
+    std::uint8_t* const start = channel_->Claim(total);
+    if (start == nullptr) return WriteInTwoSteps(text);
+    const auto length = static_cast<std::uint16_t>(text.size());
+    std::memcpy(start, &length, kLengthPrefixBytes);
+    std::memcpy(start + kLengthPrefixBytes, text.data(), text.size());
+    return total;
+  }
 
   // Appends to `texts`. A count of more than 25,000 is logged and returned as it is, with nothing more read.
   std::uint32_t ReadUtf8StringArray(std::vector<std::string>& texts) override;
@@ -78,6 +93,9 @@ class DataStream final : public IOStream {
   void Flush() override {}
 
  private:
+  static constexpr std::uint32_t kLengthPrefixBytes = 2;
+  static constexpr std::size_t kMostInOneStep = 0xFFFF;
+
   struct ScratchBlock;
 
   template <class Primitive>
@@ -104,6 +122,7 @@ class DataStream final : public IOStream {
     return channel_->Write(bytes.data(), sizeof(Primitive));
   }
 
+  std::uint32_t WriteInTwoSteps(const std::string& text);
   static std::unique_ptr<ScratchBlock> NewScratch();
 
   std::unique_ptr<ScratchBlock> scratch_;  // null when there was no memory for it: strings then read as empty

@@ -24,10 +24,10 @@ inline constexpr const auto& kFieldsOf = kCurrentFields;
 template <>
 inline constexpr const auto& kFieldsOf<BluetoothDeviceSummary> = kSummaryFields;
 
-namespace internal {
-
 template <class Record>
 inline constexpr std::size_t kFieldTotal = std::tuple_size_v<std::remove_cvref_t<decltype(kFieldsOf<Record>)>>;
+
+namespace internal {
 
 template <class Record, class Predicate>
 constexpr std::size_t CountFields(Predicate wanted) {
@@ -108,19 +108,27 @@ constexpr void ForEachColumn(Record& record, Visitor&& visit) {
   ForEachColumn<table>([&](const auto& field) { visit(field.name, record.*field.member); });
 }
 
-// visit(name, value) for every field of a record that a profile carries, in stream order.
+namespace internal {
+
+template <Profile profile, std::size_t place, class Record, class Visitor>
+constexpr void VisitIfCarried(Record& record, Visitor& visit) {
+  constexpr const auto& field = std::get<place>(kFieldsOf<ProfileRecord<profile>>);
+  if constexpr (field.In(profile)) visit(field.name, record.*field.member);
+}
+
+// The visitor is taken by value: as a local of this function it can stay in registers throughout the walk.
+template <Profile profile, class Record, class Visitor, std::size_t... place>
+constexpr void VisitCarried(Record& record, Visitor visit, std::index_sequence<place...>) {
+  (VisitIfCarried<profile, place>(record, visit), ...);
+}
+
+}  // namespace internal
+
+// visit(name, value) for every field of a record that a profile carries, in stream order. `visit` is copied.
 template <Profile profile, class Record, class Visitor>
-constexpr void ForEachField(Record& record, Visitor&& visit) {
+constexpr void ForEachField(Record& record, Visitor visit) {
   static_assert(std::is_same_v<std::remove_const_t<Record>, ProfileRecord<profile>>);
-  [&]<std::size_t... place>(std::index_sequence<place...>) {
-    (
-        [&] {
-          constexpr const auto& field = std::get<place>(kFieldsOf<ProfileRecord<profile>>);
-          if constexpr (field.In(profile)) visit(field.name, record.*field.member);
-        }(),
-        ...);
-  }
-  (std::make_index_sequence<internal::kFieldTotal<ProfileRecord<profile>>>());
+  internal::VisitCarried<profile>(record, visit, std::make_index_sequence<kFieldTotal<ProfileRecord<profile>>>());
 }
 
 // visit(name, value) for every field of a record, in stream order, whatever carries or stores it.

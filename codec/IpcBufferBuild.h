@@ -34,6 +34,14 @@ class IpcBufferBuild final : public IOChannel {
     return n;
   }
 
+  // Where the next n bytes are to be written, with the cursor already behind them, or null where Write would not move.
+  std::uint8_t* Claim(std::uint32_t n) {
+    if (cursor_ == nullptr || forReading_ || n > Remaining()) return nullptr;
+    std::uint8_t* const start = cursor_;
+    cursor_ += n;
+    return start;
+  }
+
   // Whether there is a buffer at all: without one a reader never meets an end.
   bool HasBuffer() const { return cursor_ != nullptr; }
 

@@ -1,5 +1,6 @@
 #include "codec/MessageParcel.h"
 
+#include <algorithm>
 #include <new>
 
 #include "codec/PayloadLimits.h"
@@ -10,9 +11,6 @@ namespace KT {
 namespace {
 
 constexpr char kInit[] = "KT::MessageParcel::Init";
-
-// Every message but a list makes fewer writes than this: one allocation for its results.
-constexpr std::size_t kUsualWrites = 64;
 
 }  // namespace
 
@@ -49,20 +47,6 @@ void MessageParcel::Init(std::uint8_t* buffer, std::int32_t size, bool allocate)
   }
   stream_.reset(new (std::nothrow) cohesa::DataStream(channel_.get()));
   if (stream_ == nullptr) platform::LogFailure(kInit, "ds is nullptr.");
-}
-
-std::int32_t MessageParcel::GetDataSize() const {
-  std::int32_t sum = 0;
-  for (const std::int32_t result : results_) {
-    if (result < 0) return result;
-    sum += result;
-  }
-  return sum;
-}
-
-void MessageParcel::Record(std::uint32_t result) {
-  if (results_.empty()) results_.reserve(kUsualWrites);
-  results_.push_back(static_cast<std::int32_t>(result));
 }
 
 void MessageParcel::FreeOwnBuffer() {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "codec/DataStream.h"
 #include "codec/IpcBufferBuild.h"
@@ -31,7 +30,9 @@ class MessageParcel {
 
   // Each write records its result: the bytes it accounts for, or -1. A string records 1 when its bytes did not fit, so
   // that only integers make the data size negative. Clients in use rely on that difference.
-  void WriteString(std::string text) {
+  void WriteString(std::string text) { WriteText(text); }
+  // WriteString without its copy.
+  void WriteText(const std::string& text) {
     if (stream_ != nullptr) Record(stream_->WriteUtf8String(text));
   }
   void WriteInt32(std::int32_t value) {
@@ -42,7 +43,16 @@ class MessageParcel {
   }
 
   // Past the end of the payload an integer reads as 0. A string whose bytes run short reads with its announced length.
-  std::string ReadString() { return stream_ != nullptr ? stream_->ReadUtf8String() : std::string(); }
+  std::string ReadString() {
+    std::string text;
+    ReadText(text);
+    return text;
+  }
+  // ReadString into a string that is there.
+  void ReadText(std::string& text) {
+    text.clear();
+    if (stream_ != nullptr) stream_->ReadUtf8String(text);
+  }
   std::int32_t ReadInt32() { return stream_ != nullptr ? stream_->ReadInt32() : -1; }
   std::int64_t ReadInt64() { return stream_ != nullptr ? stream_->ReadInt64() : -1; }
 
@@ -50,19 +60,24 @@ class MessageParcel {
   std::uint8_t* GetBuffer() { return buffer_; }
 
   // The sum of the recorded results up to the first negative one, or that one. Where every write fitted, the number of
-  // bytes written. It can pass the capacity by 2 when the last string did not fit; those bytes
-  // can be read and are zero.
-  std::int32_t GetDataSize() const;
+  // bytes written. It can pass the capacity by 2 when the last string did not fit; those bytes can be read and are
+  // zero.
+  std::int32_t GetDataSize() const { return dataSize_; }
 
  private:
-  void Record(std::uint32_t result);
+  void Record(std::uint32_t result) {
+    const auto outcome = static_cast<std::int32_t>(result);
+    if (dataSize_ >= 0) dataSize_ = outcome < 0 ? outcome : dataSize_ + outcome;
+  }
   void FreeOwnBuffer();
 
   bool ownsBuffer_ = false;
   std::uint8_t* buffer_ = nullptr;
   std::unique_ptr<cohesa::DataStream> stream_;
   std::unique_ptr<cohesa::IpcBufferBuild> channel_;
-  std::vector<std::int32_t> results_;
+  // The results recorded so far, reduced to what GetDataSize tells of them: nothing asks for a single one, and a list
+  // of them took as long to keep as the writes took.
+  std::int32_t dataSize_ = 0;
 };
 
 }  // namespace KT

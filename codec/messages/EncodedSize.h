@@ -49,7 +49,7 @@ class SizeVisitor {
 
   template <class Record, Profile profile>
   void operator()(const char*, const Record& record, RecordAs<profile>) {
-    ForEachField<profile>(record, *this);
+    ForEachField<profile>(record, [this](const char* name, const auto& value) { (*this)(name, value); });
   }
 
   template <class Record, Profile profile>

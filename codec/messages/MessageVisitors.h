@@ -20,7 +20,7 @@ class WriteVisitor {
  public:
   explicit WriteVisitor(MessageParcel& parcel) : parcel_(parcel) {}
 
-  void operator()(const char*, const std::string& text) { parcel_.WriteString(text); }
+  void operator()(const char*, const std::string& text) { parcel_.WriteText(text); }
   void operator()(const char*, const std::int64_t& value) { parcel_.WriteInt64(value); }
   void operator()(const char*, const std::int32_t& value) { parcel_.WriteInt32(value); }
   void operator()(const char*, const std::uint32_t& value) { parcel_.WriteInt32(static_cast<std::int32_t>(value)); }
@@ -47,7 +47,7 @@ class ReadVisitor {
  public:
   explicit ReadVisitor(MessageParcel& parcel) : parcel_(parcel) {}
 
-  void operator()(const char*, std::string& text) { text = parcel_.ReadString(); }
+  void operator()(const char*, std::string& text) { parcel_.ReadText(text); }
   void operator()(const char*, std::int64_t& value) { value = parcel_.ReadInt64(); }
   void operator()(const char*, std::int32_t& value) { value = parcel_.ReadInt32(); }
   void operator()(const char*, std::uint32_t& value) { value = static_cast<std::uint32_t>(parcel_.ReadInt32()); }
@@ -56,7 +56,7 @@ class ReadVisitor {
   // A field that the profile leaves out gets its default.
   template <class Record, Profile profile>
   void operator()(const char*, Record& record, RecordAs<profile>) {
-    record = Record{};
+    if constexpr (kProfileFieldCount<profile> < kFieldTotal<Record>) record = Record{};
     ForEachField<profile>(record, *this);
   }
 

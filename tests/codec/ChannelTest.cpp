@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
+#include <vector>
 
 #include "codec/IpcBufferBuild.h"
 
@@ -12,9 +12,9 @@ using cohesa::kFailed;
 
 class Channel : public testing::Test {
  protected:
-  std::array<std::uint8_t, 4> buffer_{1, 2, 3, 4};
-  std::array<std::uint8_t, 4> memory_{9, 9, 9, 9};
-  const std::array<std::uint8_t, 4> untouched_{9, 9, 9, 9};
+  std::vector<std::uint8_t> buffer_{1, 2, 3, 4};
+  std::vector<std::uint8_t> memory_{9, 9, 9, 9};
+  const std::vector<std::uint8_t> untouched_{9, 9, 9, 9};
 };
 
 TEST_F(Channel, ReadsFrontToBack) {
@@ -28,7 +28,7 @@ TEST_F(Channel, WritesFrontToBack) {
   IpcBufferBuild channel(buffer_.data(), 4, false);
   EXPECT_EQ(channel.Write("ab", 2), 2U);
   EXPECT_EQ(channel.Write("c", 1), 1U);
-  EXPECT_EQ(buffer_, (std::array<std::uint8_t, 4>{'a', 'b', 'c', 4}));
+  EXPECT_EQ(buffer_, (std::vector<std::uint8_t>{'a', 'b', 'c', 4}));
 }
 
 TEST_F(Channel, AReadPastTheEndMovesNothing) {
@@ -44,9 +44,9 @@ TEST_F(Channel, AReadPastTheEndMovesNothing) {
 TEST_F(Channel, AWritePastTheEndMovesNothing) {
   IpcBufferBuild channel(buffer_.data(), 4, false);
   EXPECT_EQ(channel.Write("abcde", 5), kFailed);
-  EXPECT_EQ(buffer_, (std::array<std::uint8_t, 4>{1, 2, 3, 4}));
+  EXPECT_EQ(buffer_, (std::vector<std::uint8_t>{1, 2, 3, 4}));
   EXPECT_EQ(channel.Write("wxyz", 4), 4U);
-  EXPECT_EQ(buffer_, (std::array<std::uint8_t, 4>{'w', 'x', 'y', 'z'}));
+  EXPECT_EQ(buffer_, (std::vector<std::uint8_t>{'w', 'x', 'y', 'z'}));
 }
 
 TEST_F(Channel, TheLargestCountIsPastTheEndToo) {
@@ -55,7 +55,7 @@ TEST_F(Channel, TheLargestCountIsPastTheEndToo) {
   EXPECT_EQ(reading.Read(memory_.data(), 0xFFFFFFFF), kFailed);
   IpcBufferBuild writing(buffer_.data(), 4, false);
   ASSERT_EQ(writing.Write("a", 1), 1U);
-  EXPECT_EQ(writing.Write("a", 0xFFFFFFFF), kFailed);
+  EXPECT_EQ(writing.Write(memory_.data(), 0xFFFFFFFF), kFailed);
 }
 
 TEST_F(Channel, NothingCanBeReadOrWrittenAtTheEndWithoutFailing) {

@@ -4,7 +4,7 @@
 #include <system_error>
 #include <thread>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 #include "platform/ipc/Limits.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "TestFrame.h"
+#include "tests/platform/ipc/TestFrame.h"
 #include "platform/ipc/PipeTransport.h"
 #include "platform/text/WideText.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "TestFrame.h"
+#include "tests/platform/ipc/TestFrame.h"
 
 namespace {
 

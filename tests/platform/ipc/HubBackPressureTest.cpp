@@ -3,7 +3,7 @@
 #include <future>
 #include <thread>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

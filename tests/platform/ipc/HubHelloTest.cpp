@@ -1,6 +1,6 @@
 // The first frame of a connection and the hub's answer to it.
-#include "IpcTest.h"
-#include "IpcTestSystem.h"
+#include "tests/platform/ipc/IpcTest.h"
+#include "tests/platform/ipc/IpcTestSystem.h"
 
 namespace {
 

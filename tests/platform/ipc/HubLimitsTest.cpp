@@ -1,7 +1,7 @@
 // What a hub grants one peer, and no more.
 #include <thread>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The way of a frame from one connection to another.
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

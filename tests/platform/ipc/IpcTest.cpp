@@ -1,4 +1,4 @@
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 #include <algorithm>
 #include <thread>

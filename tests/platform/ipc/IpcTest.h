@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "IpcTestSystem.h"
-#include "RawPeer.h"
-#include "TestFrame.h"
+#include "tests/platform/ipc/IpcTestSystem.h"
+#include "tests/platform/ipc/RawPeer.h"
+#include "tests/platform/ipc/TestFrame.h"
 #include "platform/ipc/IPCMessageClient.h"
 #include "platform/ipc/IPCMessageHub.h"
 

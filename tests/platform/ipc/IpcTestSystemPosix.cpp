@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "IpcTestSystem.h"
+#include "tests/platform/ipc/IpcTestSystem.h"
 #include "platform/text/WideText.h"
 
 PrivatePipes::PrivatePipes() : root_("/tmp/marnock-XXXXXX") {  // short: a socket's path has 107 bytes

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "IpcTestSystem.h"
+#include "tests/platform/ipc/IpcTestSystem.h"
 
 PrivatePipes::PrivatePipes() = default;
 PrivatePipes::~PrivatePipes() = default;

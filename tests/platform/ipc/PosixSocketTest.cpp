@@ -10,7 +10,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "RawPeer.h"
+#include "tests/platform/ipc/RawPeer.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "TestFrame.h"
+#include "tests/platform/ipc/TestFrame.h"
 #include "platform/ipc/PipeTransport.h"
 
 inline constexpr std::chrono::seconds kPatience{10};

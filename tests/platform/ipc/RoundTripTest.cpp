@@ -1,7 +1,7 @@
 #include <atomic>
 #include <future>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

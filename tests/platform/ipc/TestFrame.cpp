@@ -1,4 +1,4 @@
-#include "TestFrame.h"
+#include "tests/platform/ipc/TestFrame.h"
 
 namespace {
 

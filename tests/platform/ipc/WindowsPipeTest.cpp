@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "IpcTest.h"
+#include "tests/platform/ipc/IpcTest.h"
 #include "platform/ipc/PipeSecurity.h"
 
 namespace {

@@ -57,8 +57,9 @@ void SendRecords(Expect expect) {
   for (int i = 0; i < kRecords; ++i) {
     Message sent;
     sent.info = random.Next<decltype(sent.info)>();
-    const Bytes bytes = Encoded(sent);
-    ASSERT_EQ(bytes.size(), KT::EncodedSize(sent)) << "record " << i;
+    const std::size_t size = KT::EncodedSize(sent);
+    const Bytes bytes = Encoded(sent, static_cast<std::uint32_t>(size));
+    ASSERT_EQ(bytes.size(), size) << "record " << i;
     const auto received = Decoded<Message>(bytes);
     expect(sent.info, received.info);
     if (testing::Test::HasFatalFailure()) FAIL() << "record " << i;

@@ -7,8 +7,10 @@
 // may be made from any thread; impersonation and GetLastError concern the calling thread alone.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -26,7 +28,10 @@ inline constexpr Dword kErrorPathNotFound = 3;
 inline constexpr Dword kErrorAccessDenied = 5;
 inline constexpr Dword kErrorInvalidHandle = 6;
 inline constexpr Dword kErrorGeneralFailure = 31;
+inline constexpr Dword kErrorSharingViolation = 32;
+inline constexpr Dword kErrorLockViolation = 33;
 inline constexpr Dword kErrorAlreadyExists = 183;
+inline constexpr Dword kErrorFileTooLarge = 223;
 inline constexpr Dword kErrorMoreData = 234;
 inline constexpr Dword kErrorNoToken = 1008;
 inline constexpr Dword kErrorNoneMapped = 1332;
@@ -78,6 +83,18 @@ class OperatingSystem {
   virtual bool Exists(const std::wstring& path) = 0;
   virtual bool CreateDirectories(const std::wstring& path) = 0;
   virtual void AddOwnerAllOthersRead(const std::wstring& path) = 0;
+
+  // Replaces `bytes` by the file's content. Nobody who writes, renames or deletes the file meanwhile is hindered, so
+  // what is read may be a mixture of before and after. Fails with kErrorAccessDenied for a directory and with
+  // kErrorFileTooLarge for a file of more than `limitBytes`; `bytes` is then unspecified.
+  virtual bool ReadSharedFile(const std::wstring& path, std::size_t limitBytes, std::string* bytes) = 0;
+
+  // Replaces `names` by the names of what lies in the directory, folders left out, in no particular order.
+  virtual bool ListFiles(const std::wstring& directory, std::vector<std::wstring>* names) = 0;
+
+  // Returns once what was made, renamed and deleted in the directory is on the disk. A file system that cannot be told
+  // to is left to its own order of name changes, and the call succeeds all the same.
+  virtual bool SyncDirectory(const std::wstring& path) = 0;
 
   // The name under which SQLite opens `path` (UTF-8). Windows: the path itself; POSIX: its place in the machine root.
   virtual std::string SqliteFileName(const std::string& path) = 0;

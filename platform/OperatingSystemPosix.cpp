@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -57,6 +58,33 @@ std::string AccountName() {
   passwd* found = nullptr;
   const int error = getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found);
   return error == 0 && found != nullptr ? found->pw_name : std::string();
+}
+
+// An open file, closed at the end.
+class Descriptor {
+ public:
+  explicit Descriptor(int value) : value_(value) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (value_ >= 0) close(value_);
+  }
+  int Value() const { return value_; }
+
+ private:
+  const int value_;
+};
+
+// Appends what is left to read. Returns an errno value, 0 on success, EFBIG when it is more than `limitBytes`.
+int ReadToEnd(int descriptor, std::size_t limitBytes, std::string& bytes) {
+  std::array<char, 65536> block{};
+  while (bytes.size() <= limitBytes) {
+    const ssize_t size = read(descriptor, block.data(), block.size());
+    if (size == 0) return 0;
+    if (size < 0 && errno != EINTR) return errno;
+    if (size > 0) bytes.append(block.data(), static_cast<std::size_t>(size));
+  }
+  return EFBIG;
 }
 
 // In SAM-compatible form; empty when it cannot be found out.
@@ -129,6 +157,34 @@ class PosixOperatingSystem final : public OperatingSystem {
     using std::filesystem::perms;
     std::filesystem::permissions(PosixPath(path), perms::owner_all | perms::others_read,
                                  std::filesystem::perm_options::add);
+  }
+
+  bool ReadSharedFile(const std::wstring& path, std::size_t limitBytes, std::string* bytes) override {
+    const std::string name = PosixPath(path);
+    const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));  // a FIFO must not keep us waiting
+    bytes->clear();
+    const int error = file.Value() < 0 ? errno : ReadToEnd(file.Value(), limitBytes, *bytes);
+    return error == 0 || Fail(ErrorAt(name, error));
+  }
+
+  bool ListFiles(const std::wstring& directory, std::vector<std::wstring>* names) override {
+    const std::string name = PosixPath(directory);
+    names->clear();
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(name, error), end; !error && entry != end; entry.increment(error)) {
+      std::error_code ignored;
+      if (!entry->is_directory(ignored)) names->push_back(ToWide(entry->path().filename().string()));
+    }
+    return !error || Fail(ErrorAt(name, error.value()));
+  }
+
+  bool SyncDirectory(const std::wstring& path) override {
+    const std::string name = PosixPath(path);
+    const Descriptor directory(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
+    if (directory.Value() >= 0 && (fsync(directory.Value()) == 0 || errno == EINVAL || errno == ENOTSUP)) {
+      return true;
+    }
+    return Fail(ErrorAt(name, errno));
   }
 
   std::string SqliteFileName(const std::string& path) override { return PathInMachineRoot(path); }

@@ -25,13 +25,14 @@ constexpr Pair kPairs[] = {
     {ENOMEM, 8},  // ERROR_NOT_ENOUGH_MEMORY
     {EXDEV, 17},  // ERROR_NOT_SAME_DEVICE
     {EROFS, 19},  // ERROR_WRITE_PROTECT
-    {EBUSY, 32},  // ERROR_SHARING_VIOLATION
-    {ETXTBSY, 32},
+    {EBUSY, kErrorSharingViolation},
+    {ETXTBSY, kErrorSharingViolation},
     {EINVAL, 87},   // ERROR_INVALID_PARAMETER
     {ENOSPC, 112},  // ERROR_DISK_FULL
     {EDQUOT, 112},
     {ENOTEMPTY, 145},  // ERROR_DIR_NOT_EMPTY
     {EEXIST, kErrorAlreadyExists},
+    {EFBIG, kErrorFileTooLarge},
     {ENAMETOOLONG, 206},  // ERROR_FILENAME_EXCED_RANGE
     {EIO, 1117},          // ERROR_IO_DEVICE
     {ELOOP, 1921},        // ERROR_CANT_RESOLVE_FILENAME

@@ -6,7 +6,10 @@
 
 #include "apps/marnock-host/ImportFile.h"
 #include "apps/marnock-host/ImportGuard.h"
+#include "apps/recovery/StoreRepair.h"
 #include "codec/Protocol.h"
+#include "host/Utils.h"
+#include "persistence/DatabaseFiles.h"
 #include "platform/configuration/CohesaConfig.h"
 #include "platform/ipc/IPCMessageHub.h"
 #include "platform/logging/QxLogger.h"
@@ -43,16 +46,33 @@ void Import(Marnock& service, std::ostream& err) {
   }
 }
 
-int Serve(bool import, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
+// Mends what a save that was cut short left behind, before the service loads it. False when the service must not start.
+bool Recover(std::ostream& err) {
+  const std::wstring folder = Utils::GetCurrUserDefinePath(kDatabaseFolder);
+  if (folder.empty()) {
+    return true;  // the service has no files then; the lookup has logged why
+  }
+  bool anyLoss = false;
+  const auto refusal = RepairStore(folder, HostHooks(), anyLoss);
+  if (refusal.has_value()) {
+    err << "marnock-host: not started, so that no database file is overwritten: " << *refusal << std::endl;
+  }
+  return !refusal.has_value();
+}
+
+int Serve(const HostOptions& options, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
   const std::string pipe = PlenixBase::UnicodeToUTF8(kPipeName);
   IPCMessageHub hub(kPipeName);
   if (!hub.Claim()) {
     err << "marnock-host: another host is running on " << pipe << std::endl;
     return kCouldNotStart;
   }
+  if (options.recover && !Recover(err)) {
+    return kCouldNotStart;
+  }
   Marnock& service = Marnock::GetInstance();
   service.Init();
-  if (import) {
+  if (!options.importFile.empty()) {
     Import(service, err);
   }
   hub.Start();
@@ -70,9 +90,8 @@ int Serve(bool import, platform::StopSignal& stop, std::ostream& out, std::ostre
 }  // namespace
 
 int RunHost(const HostOptions& options, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
-  const bool import = !options.importFile.empty();
   try {
-    if (import) {
+    if (!options.importFile.empty()) {
       CohesaConfig::SetSource(ImportFile::Read(options.importFile));
     }
   } catch (const std::exception& error) {
@@ -83,7 +102,7 @@ int RunHost(const HostOptions& options, platform::StopSignal& stop, std::ostream
     if (!options.logFile.empty()) {
       QxLogger::GetInstance().OpenFile(options.logFile);
     }
-    return Serve(import, stop, out, err);
+    return Serve(options, stop, out, err);
   } catch (const std::exception& error) {
     err << "marnock-host: " << error.what() << std::endl;
     return kCouldNotStart;

@@ -16,6 +16,8 @@ std::optional<HostOptions> ParseHostOptions(std::vector<std::string> arguments, 
   CLI::App app("Runs the device registry and the hub of its pipe until it is told to stop.", "marnock-host");
   app.add_option("--log", options.logFile, "write the log to FILE instead of standard error")->type_name("FILE");
   app.add_option("--import", options.importFile, "seed the device tables once from a JSON file")->type_name("FILE");
+  bool noRecover = false;
+  app.add_flag("--no-recover", noRecover, "load the database files as they are, without mending them first");
   arguments.erase(arguments.begin());
   std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back
   try {
@@ -24,6 +26,7 @@ std::optional<HostOptions> ParseHostOptions(std::vector<std::string> arguments, 
     status = app.exit(error, out, err) == 0 ? 0 : kWrongUse;
     return std::nullopt;
   }
+  options.recover = !noRecover;
   return options;
 }
 

@@ -11,6 +11,7 @@ namespace KT {
 struct HostOptions {
   std::string logFile;     // UTF-8 path; empty for standard error
   std::string importFile;  // UTF-8 path; empty for no import
+  bool recover = true;     // mend the database files before they are loaded
 };
 
 // Parses `arguments` (UTF-8, the program's name first). Nothing when the program is to end at once, with `status`:

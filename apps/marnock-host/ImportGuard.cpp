@@ -31,7 +31,8 @@ void ImportGuard::Create() const {
   const std::string name = PlenixBase::UnicodeToUTF8(path_);
   const std::string file = platform::OperatingSystem::Get().SqliteFileName(name);
   if (path_.empty() || !std::ofstream(FromUtf8(file), std::ios::app)) {
-    throw std::runtime_error("the import's guard file cannot be created, so the next start would import again: " + name);
+    throw std::runtime_error("the import's guard file cannot be created, so the next start would import again: " +
+                             name);
   }
 }
 

@@ -137,6 +137,21 @@ void FakeOperatingSystem::AddOwnerAllOthersRead(const std::wstring& path) {
   }
 }
 
+bool FakeOperatingSystem::ReadSharedFile(const std::wstring& path, std::size_t limitBytes, std::string* bytes) {
+  return !IsMadeToFail(SystemCall::ReadSharedFile, CallWith("ReadSharedFile", path)) &&
+         Delegated(RealOperatingSystem().ReadSharedFile(path, limitBytes, bytes));
+}
+
+bool FakeOperatingSystem::ListFiles(const std::wstring& directory, std::vector<std::wstring>* names) {
+  return !IsMadeToFail(SystemCall::ListFiles, CallWith("ListFiles", directory)) &&
+         Delegated(RealOperatingSystem().ListFiles(directory, names));
+}
+
+bool FakeOperatingSystem::SyncDirectory(const std::wstring& path) {
+  return !IsMadeToFail(SystemCall::SyncDirectory, CallWith("SyncDirectory", path)) &&
+         Delegated(RealOperatingSystem().SyncDirectory(path));
+}
+
 std::string FakeOperatingSystem::SqliteFileName(const std::string& path) {
   IsMadeToFail(SystemCall::SqliteFileName, "SqliteFileName(" + path + ")");
   return RealOperatingSystem().SqliteFileName(path);

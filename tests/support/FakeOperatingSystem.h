@@ -25,6 +25,9 @@ enum class SystemCall {
   Exists,
   CreateDirectories,
   AddOwnerAllOthersRead,
+  ReadSharedFile,
+  ListFiles,
+  SyncDirectory,
   SqliteFileName,
 };
 
@@ -74,6 +77,9 @@ class FakeOperatingSystem final : public platform::OperatingSystem {
   bool Exists(const std::wstring& path) override;
   bool CreateDirectories(const std::wstring& path) override;
   void AddOwnerAllOthersRead(const std::wstring& path) override;
+  bool ReadSharedFile(const std::wstring& path, std::size_t limitBytes, std::string* bytes) override;
+  bool ListFiles(const std::wstring& directory, std::vector<std::wstring>* names) override;
+  bool SyncDirectory(const std::wstring& path) override;
   std::string SqliteFileName(const std::string& path) override;
 
  private:

@@ -1,0 +1,46 @@
+// What lies on the disk under one database file's name and those that belong to it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "apps/recovery/JournalHeader.h"
+#include "apps/recovery/Judgement.h"
+#include "apps/recovery/Patience.h"
+#include "apps/recovery/StoreFile.h"
+
+namespace KT {
+
+// More than any table of devices needs, and little enough to be held in memory several times.
+inline constexpr std::size_t kMaxDatabaseBytes = 512 * 1024 * 1024;
+
+struct FoundDatabase {
+  bool isThere = false;
+  std::size_t bytes = 0;
+  Judgement judgement;  // only for a file that is there
+
+  bool IsWhole() const { return isThere && judgement.IsWhole(); }
+};
+
+struct Finding {
+  const StoreFile* file;  // never null
+  std::wstring path;      // Windows path of the database file, FILE below
+  FoundDatabase
+      database;  // FILE: as it stands beside a fresh journal or none, beside another as SQLite would roll it back
+  JournalKind journal = JournalKind::None;  // FILE-journal
+  FoundDatabase temporary;                  // FILE.tmp
+};
+
+std::wstring JournalPath(const std::wstring& path);
+std::wstring TemporaryPath(const std::wstring& path);
+
+// Reads and judges, and touches nothing: safe beside a running host, whose saves may however be seen half done.
+// `folder`: Windows path of the database folder, with a backslash at the end. Throws StoreError when a file that is
+// there cannot be read, after TryPatiently.
+Finding Inspect(const StoreFile& file, const std::wstring& folder, const Sleep& sleep);
+
+// Throws StoreError when another program works on FILE or FILE.tmp, after TryPatiently. Not beside a running host,
+// whose own work it would hinder.
+void InsistOnNoLock(const Finding& finding, const Sleep& sleep);
+
+}  // namespace KT

@@ -1,7 +1,6 @@
 // Any sequence of stream operations, through the interface, beside a plain model: results, values and bytes must agree.
-#include <array>
 #include <bit>
-#include <memory>
+#include <type_traits>
 
 #include "codec/DataStream.h"
 #include "fuzz/FuzzInput.h"
@@ -15,7 +14,6 @@ using fuzz::Require;
 using fuzz::StreamModel;
 
 constexpr std::size_t kMostOperations = 64;
-constexpr std::size_t kMostText = 255;
 
 bool Same(std::uint32_t result, std::int64_t expected) { return result == static_cast<std::uint32_t>(expected); }
 

@@ -2,7 +2,6 @@
 // encoded and decoded again.
 #include <array>
 #include <memory>
-#include <tuple>
 
 #include "codec/PayloadLimits.h"
 #include "codec/messages/CurrZentapMessages.h"

@@ -10,13 +10,15 @@
 
 namespace KT {
 
-ExitStatus RunMarnockctl(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
+ExitStatus RunMarnockctl(std::vector<std::string> arguments, std::ostream& out, std::ostream& err,
+                         const std::wstring& pipeName) {
   ExitStatus status = ExitStatus::Done;
   const auto invocation = ParseCommandLine(std::move(arguments), out, err, status);
   if (!invocation.has_value()) {
     return status;
   }
   RegistryClientOptions options;
+  options.pipeName = pipeName;
   options.pkgName = invocation->options.pkgName;
   options.timeout = invocation->options.timeout;
   options.waitForService = false;

@@ -39,7 +39,7 @@ class MARNOCK_EXPORT Marnock : public IPCMessageClient {
 
  private:
   friend class MarnockTestAccess;
-  friend void ImportDevicesAtStartup(Marnock& service);
+  friend class StartupImport;
 
   Marnock();
   ~Marnock() override;

@@ -8,7 +8,13 @@
 
 namespace KT {
 
-void ImportDevicesAtStartup(Marnock& service) { service.GetDeviceFromRegistry(); }
+// A class, since GCC takes dllimport away from an exported function that is named as a friend.
+class StartupImport {
+ public:
+  static void Run(Marnock& service) { service.GetDeviceFromRegistry(); }
+};
+
+void ImportDevicesAtStartup(Marnock& service) { StartupImport::Run(service); }
 
 void Marnock::GetDeviceFromRegistry() {
   constexpr const char* kFunction = "KT::Marnock::GetDeviceFromRegistry";

@@ -14,6 +14,7 @@ std::optional<HostOptions> ParseHostOptions(std::vector<std::string> arguments, 
                                             int& status) {
   HostOptions options;
   CLI::App app("Runs the device registry and the hub of its pipe until it is told to stop.", "marnock-host");
+  app.allow_windows_style_options(false);  // a path may well begin with a slash
   app.add_option("--log", options.logFile, "write the log to FILE instead of standard error")->type_name("FILE");
   app.add_option("--import", options.importFile, "seed the device tables once from a JSON file")->type_name("FILE");
   bool noRecover = false;

@@ -85,6 +85,7 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
                "Exit status: 0 done; 1 the service failed; 2 wrong command or input; 3 no service or no answer in time; "
                "4 not found.",
                "marnockctl");
+  app.allow_windows_style_options(false);  // an argument may well begin with a slash
   app.require_subcommand(1);
   AddGlobalOptions(app, invocation.options, timeoutMs);
   AddDeviceCommands<TrustedFamily>(app, "trusted", "the devices that the user has trusted", command);

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "apps/json/ByteText.h"
+
 namespace KT {
 
 namespace {
@@ -17,7 +19,8 @@ class RepetitionCheck {
     } else if (event == Json::parse_event_t::object_end) {
       open_.pop_back();
     } else if (event == Json::parse_event_t::key && !open_.back().insert(parsed.get<std::string>()).second) {
-      throw std::runtime_error("the member \"" + parsed.get<std::string>() + "\" stands twice in one object");
+      throw std::runtime_error("the member \"" + ToTerminalText(parsed.get<std::string>()) +
+                               "\" stands twice in one object");
     }
     return true;
   }
@@ -34,7 +37,7 @@ Json ParseJson(const std::string& text) {
     return Json::parse(text, [&check](int depth, Json::parse_event_t event, Json& parsed) {
       return check(depth, event, parsed);
     });
-  } catch (const Json::parse_error& error) {
+  } catch (const Json::exception& error) {  // a number beyond a double's range is not a parse_error
     throw std::runtime_error(std::string("not JSON: ") + error.what());
   }
 }

@@ -53,6 +53,14 @@ std::string Read(const Json& value, Integer& field) {
   return {};
 }
 
+// What stands where something else was expected. Values that hold others are not spelled out: they may be large, and so
+// deeply nested that spelling them out would need more stack than there is.
+std::string Found(const Json& value) {
+  if (value.is_object()) return "an object";
+  if (value.is_array()) return "an array";
+  return value.dump();
+}
+
 std::string Parse(const std::string& text, bool& field) {
   if (text != "true" && text != "false") return "true or false";
   field = text == "true";
@@ -102,7 +110,7 @@ void ReadRecord(const Json& object, const std::string& place, Record& record) {
       throw std::runtime_error(place + ": unknown field \"" + ToTerminalText(name) + "\"");
     }
     if (!expected.empty()) {
-      throw std::runtime_error(place + "." + name + ": expected " + expected + ", found " + value.dump());
+      throw std::runtime_error(place + "." + name + ": expected " + expected + ", found " + Found(value));
     }
   }
 }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include "apps/json/ByteText.h"
 #include "apps/json/RecordJson.h"
 #include "client/InputChecks.h"
 #include "codec/DeviceFieldVisitors.h"
@@ -47,7 +48,7 @@ typename Family::Record ReadRecordInput(const DeviceSet<Family>& command) {
   for (const std::string& field : command.fields) {
     const auto equals = field.find('=');
     if (equals == std::string::npos) {
-      throw std::runtime_error("--field " + field + ": expected NAME=VALUE");
+      throw std::runtime_error("--field " + ToTerminalText(field) + ": expected NAME=VALUE");
     }
     SetField(record, field.substr(0, equals), field.substr(equals + 1));
   }

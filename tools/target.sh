@@ -1,9 +1,12 @@
 # Sourced by scripts that run the programs as a user does, on either target:
 #   use_target native|windows BIN   choose the target and a fresh machine: own pipe, own user profile
 #   start_host [ARGUMENT...]        start the host and wait until it answers
-#   stop_host                       end it in order; its exit status
+#   stop_host [SIGNAL]              end it in order; its exit status
 #   kill_host                       end it as a power cut would
+#   host ARGUMENT...                the host in the foreground, for runs that end by themselves
 #   ctl ARGUMENT...                 marnockctl
+#   program NAME ARGUMENT...        any other program of BIN
+#   target_path FILE                FILE's name for the programs of the target
 # Afterwards: $machine the folder of this machine, $store the folder of the database files, $log the host's log.
 # Everything is stopped and removed when the script ends.
 
@@ -57,10 +60,9 @@ start_host() {
   return 1
 }
 
-# Under Wine SIGINT is the one signal that arrives as an event of the console; a shell's background job ignores it on
-# POSIX, so the other one is used there.
+# Under Wine SIGINT is the one signal that arrives as an event of the console.
 stop_host() {
-  local signal=TERM status=0
+  local signal=${1:-TERM} status=0
   [ "$target" = native ] || signal=INT
   kill -s "$signal" "$host_pid"
   wait "$host_pid" || status=$?
@@ -74,4 +76,20 @@ kill_host() {
   host_pid=
 }
 
-ctl() { "${run[@]}" "$bin/marnockctl$suffix" "$@"; }
+program() {
+  local name=$1
+  shift
+  "${run[@]}" "$bin/$name$suffix" "$@"
+}
+
+host() { timeout 60 "${run[@]}" "$bin/marnock-host$suffix" "$@"; }
+
+ctl() { program marnockctl "$@"; }
+
+target_path() {
+  if [ "$target" = native ]; then
+    printf '%s\n' "$1"
+  else
+    sed 's|/|\\|g; s|^|Z:|' <<< "$1"
+  fi
+}

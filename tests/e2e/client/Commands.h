@@ -1,0 +1,26 @@
+// What the end-to-end tests do to a running host besides calling marnockctl. Each returns the program's exit status: 0
+// when every answer was right.
+#pragma once
+
+namespace e2e {
+
+// `clients` connections, numbered from `first`, send `requests` requests between them, of all kinds and several at a
+// time. Every request must get exactly one answer, the right one. Loads that run at once need different numbers.
+int Load(int first, int clients, int requests);
+
+// Each of `clients` connections sets a peer of its own to 1, 2, 3 and so on until the host goes away, and prints
+// "<udId> <last number answered> <last number sent>".
+int CountUntilLost(int clients);
+
+// `connections` at once, of which no more than `places` find room: those stay until that many are there. Each sends one
+// request in the end.
+int Crowd(int connections, int places);
+
+// One connection, which is greeted, prints "idle" and then does nothing until the standard input ends.
+int Idle();
+
+// Sends one request with the payload given in hexadecimal digits (may be empty) and prints "status <n>" and the
+// payload of what came back, or "no answer".
+int Send(int code, const char* payloadHex);
+
+}  // namespace e2e

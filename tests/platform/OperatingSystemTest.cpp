@@ -226,6 +226,9 @@ class IdleOperatingSystem final : public OperatingSystem {
   bool Exists(const std::wstring&) override { return false; }
   bool CreateDirectories(const std::wstring&) override { return false; }
   void AddOwnerAllOthersRead(const std::wstring&) override {}
+  bool ReadSharedFile(const std::wstring&, std::size_t, std::string*) override { return false; }
+  bool ListFiles(const std::wstring&, std::vector<std::wstring>*) override { return false; }
+  bool SyncDirectory(const std::wstring&) override { return false; }
   std::string SqliteFileName(const std::string&) override { return {}; }
 };
 

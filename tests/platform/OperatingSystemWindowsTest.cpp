@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <string>
+
 #include "platform/OperatingSystem.h"
 #include "tests/platform/ScratchMachine.h"
 
@@ -17,6 +19,29 @@ TEST(WindowsMoveFile, SaysWhenTheFileIsOpen) {
   EXPECT_EQ(RealOperatingSystem().GetLastError(), Dword{ERROR_SHARING_VIOLATION});
   CloseHandle(open);
   EXPECT_TRUE(RealOperatingSystem().MoveFileW(machine.Path(L"a"), machine.Path(L"b")));
+}
+
+TEST(WindowsReadSharedFile, ReadsAFileThatAnotherProgramHasOpenForWriting) {
+  const testing_support::ScratchMachine machine;
+  machine.WriteFile(L"a", "content");
+  HANDLE const open = CreateFileW(machine.Path(L"a").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(open, INVALID_HANDLE_VALUE);
+  std::string bytes;
+  EXPECT_TRUE(RealOperatingSystem().ReadSharedFile(machine.Path(L"a"), 100, &bytes));
+  EXPECT_EQ(bytes, "content");
+  CloseHandle(open);
+}
+
+TEST(WindowsReadSharedFile, SaysWhenAnotherProgramKeepsTheFileToItself) {
+  const testing_support::ScratchMachine machine;
+  machine.WriteFile(L"a", "content");
+  HANDLE const open = CreateFileW(machine.Path(L"a").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(open, INVALID_HANDLE_VALUE);
+  std::string bytes;
+  EXPECT_FALSE(RealOperatingSystem().ReadSharedFile(machine.Path(L"a"), 100, &bytes));
+  EXPECT_EQ(RealOperatingSystem().GetLastError(), kErrorSharingViolation);
+  CloseHandle(open);
 }
 
 TEST(WindowsPermissions, ClearAReadOnlyAttribute) {

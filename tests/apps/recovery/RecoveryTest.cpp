@@ -3,6 +3,8 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
+#include <functional>
+
 #include "apps/recovery/DatabaseImage.h"
 #include "apps/recovery/MemoryFiles.h"
 #include "tests/support/FaultVfs.h"
@@ -62,6 +64,14 @@ HotDatabase HalfChangedPeerDatabase() {
   SQLite::Database database(Utf8(file), SQLite::OPEN_READWRITE);
   database.exec("UPDATE PEER_DEVICE SET sumId = 'half'");
   return hot;
+}
+
+Prints PrintsOf(const std::map<std::string, std::string>& bytesByName) {
+  Prints prints;
+  for (const auto& [name, bytes] : bytesByName) {
+    prints[name] = std::to_string(bytes.size()) + " bytes, hash " + std::to_string(std::hash<std::string>()(bytes));
+  }
+  return prints;
 }
 
 std::map<std::string, std::string> RecoveryTest::Content() const {

@@ -33,6 +33,10 @@ struct HotDatabase {
 };
 HotDatabase HalfChangedPeerDatabase();
 
+// Files by name, with what tells their contents apart in a failure's message: size and hash, not thousands of bytes.
+using Prints = std::map<std::string, std::string>;
+Prints PrintsOf(const std::map<std::string, std::string>& bytesByName);
+
 class RecoveryTest : public testing::Test {
  protected:
   RecoveryTest() { profile_.MakeDatabaseFolder(); }

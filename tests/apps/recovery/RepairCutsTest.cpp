@@ -52,7 +52,7 @@ TEST_F(RepairCuts, LeadToTheSameEnd) {
         cuts += Repair().has_value() ? 1 : 0;
         const support::FakeOperatingSystem whole(profile_.SamName());
         EXPECT_EQ(Repair(), std::nullopt);
-        EXPECT_EQ(Content(), end);
+        EXPECT_EQ(PrintsOf(Content()), PrintsOf(end));
       }
     }
   }

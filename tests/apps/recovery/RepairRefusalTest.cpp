@@ -41,7 +41,7 @@ TEST_F(RepairRefusal, ComesWhenAFileCannotBeReadTenTimes) {
                           " cannot be read: another program has it open. End the program that holds it, or "
                           "give this one the right to read it, and try again.");
   EXPECT_EQ(sleptMilliseconds_, kWaits);
-  EXPECT_EQ(Content(), (std::map<std::string, std::string>{{kPeerFile, "damaged"}}));
+  EXPECT_EQ(PrintsOf(Content()), PrintsOf({{kPeerFile, "damaged"}}));
   EXPECT_TRUE(told_.empty());
 }
 
@@ -105,7 +105,7 @@ TEST_F(RepairRefusal, WaitsForAFileThatCannotBeDeletedOrRenamedAtFirst) {
   FailTimes(SystemCall::MoveFileW, kTries - 1, platform::kErrorAccessDenied);
   EXPECT_EQ(Repair(), std::nullopt);
   EXPECT_EQ(sleptMilliseconds_.size(), 2 * kWaits.size());
-  EXPECT_EQ(Content(), (std::map<std::string, std::string>{{kPeerFile, old}}));
+  EXPECT_EQ(PrintsOf(Content()), PrintsOf({{kPeerFile, old}}));
 }
 
 TEST_F(RepairRefusal, ComesWhenAFileCannotBeDeletedTenTimes) {
@@ -143,7 +143,7 @@ TEST_F(RepairRefusal, ComesWhenTheDiskFailsDuringTheRollback) {
     vfs.FailFrom(support::FileCall::Write, 1, SQLITE_IOERR_WRITE);
     EXPECT_EQ(Repair().value_or("").find(Path(kPeerFile) + " cannot be rolled back: disk I/O error"), 0U);
   }
-  EXPECT_EQ(Content().at(kPeerJournal), hot.journal);
+  EXPECT_TRUE(Content().at(kPeerJournal) == hot.journal);
   EXPECT_EQ(Repair(), std::nullopt);
   EXPECT_EQ(Content().size(), 1U);
 }

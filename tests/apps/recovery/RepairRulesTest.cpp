@@ -36,7 +36,7 @@ class RepairRules : public RecoveryTest {
   // Repairs, and expects that it can, and that the folder then holds exactly `after`.
   void ExpectAfterRepair(const Files& after, bool anyLoss = false) {
     EXPECT_EQ(Repair(), std::nullopt);
-    EXPECT_EQ(Content(), after);
+    EXPECT_EQ(PrintsOf(Content()), PrintsOf(after));
     EXPECT_EQ(anyLoss_, anyLoss);
   }
 

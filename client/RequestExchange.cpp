@@ -15,6 +15,8 @@ namespace {
 // Between tries to send into a connection that has ended and not been made anew.
 constexpr std::chrono::milliseconds kRetryPause{5};
 
+constexpr int kMostCallbacks = 64;
+
 std::chrono::milliseconds TimeLeft(RequestExchange::Clock::time_point deadline) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - RequestExchange::Clock::now());
   return std::max(left, std::chrono::milliseconds(0));
@@ -61,7 +63,6 @@ bool RequestExchange::Post(int receiver, int code, std::string& payload) {
 }
 
 std::string RequestExchange::Connect(Clock::time_point deadline) {
-  const std::string pipe = PlenixBase::UnicodeToUTF8(pipeName_);
   if (client_ != nullptr && !waitForService_ && !client_->WaitUntilConnected(std::chrono::milliseconds(0))) {
     client_.reset();  // a new client finds out at once whether the hub is still there
   }
@@ -69,7 +70,7 @@ std::string RequestExchange::Connect(Clock::time_point deadline) {
     try {
       client_ = std::make_unique<IPCMessageClient>(IPCMessageClient::kAnyClientId, !waitForService_, false, pipeName_);
     } catch (const std::system_error& error) {
-      return "nothing serves the pipe " + pipe + ": " + error.code().message();
+      return "nothing serves the pipe " + PlenixBase::UnicodeToUTF8(pipeName_) + ": " + error.code().message();
     }
     client_->SetConnectionObserver([this](bool connected) {
       const std::lock_guard lock(mutex_);
@@ -78,30 +79,38 @@ std::string RequestExchange::Connect(Clock::time_point deadline) {
     });
   }
   if (!client_->WaitUntilConnected(TimeLeft(deadline))) {
-    return "the hub of the pipe " + pipe + " did not take the connection in time";
+    return "the hub of the pipe " + PlenixBase::UnicodeToUTF8(pipeName_) + " did not take the connection in time";
   }
   return {};
 }
 
-// Each call has a reply code of its own, and only the last one has a callback: an answer that comes too late is dropped
-// by the IPC library and is never taken for that of a later call.
+// Each call has a reply code of its own, so that an answer that comes too late is never taken for that of a later call.
+// Callbacks can only be removed all together, which waits for one that still runs: it is left to every 64th call.
 int RequestExchange::ExpectAnswerFrom(int receiver) {
-  client_->UnRegisterMessageCallbackAll();
-  lastReplyCode_ = lastReplyCode_ == std::numeric_limits<int>::max() ? 1 : lastReplyCode_ + 1;
+  if (++callbacks_ > kMostCallbacks) {
+    client_->UnRegisterMessageCallbackAll();
+    callbacks_ = 1;
+  }
+  const int code = lastReplyCode_ == std::numeric_limits<int>::max() ? 1 : lastReplyCode_ + 1;
+  lastReplyCode_ = code;
   {
     const std::lock_guard lock(mutex_);
     receiver_ = receiver;
+    replyCode_ = code;
     connectionLost_ = false;
     answer_.reset();
   }
-  client_->RegisterMessageCallback(lastReplyCode_, [this](TagIPCMessageItem& item) { OnAnswer(item); });
-  return lastReplyCode_;
+  client_->RegisterMessageCallback(code, [this](TagIPCMessageItem& item) { OnAnswer(item); });
+  return code;
 }
 
 void RequestExchange::OnAnswer(const TagIPCMessageItem& item) {
   const auto status = static_cast<IpcStatus>(item.status);
   const bool fromHub = item.sender == 0 && status != IpcStatus::Answer;
-  const std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
+  if (item.code != replyCode_) {
+    return;  // too late
+  }
   if (item.sender != receiver_ && !fromHub) {
     return;  // another client that guessed the reply code; the hub vouches for the sender's id
   }
@@ -115,6 +124,7 @@ void RequestExchange::OnAnswer(const TagIPCMessageItem& item) {
     answer.explanation = Describe(status);
   }
   answer_ = std::move(answer);
+  lock.unlock();  // first, or the caller would wake up only to wait for it
   changed_.notify_all();
 }
 

@@ -48,10 +48,12 @@ class RequestExchange {
   const bool waitForService_;
   std::mutex callMutex_;  // held for a whole call
   int lastReplyCode_ = 0;
+  int callbacks_ = 0;  // registered now
 
   std::mutex mutex_;  // guards what the client's thread touches, below
   std::condition_variable changed_;
   int receiver_ = 0;
+  int replyCode_ = 0;  // that the present call waits for
   bool connectionLost_ = false;
   std::optional<Answer> answer_;
 

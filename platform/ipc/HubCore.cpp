@@ -195,12 +195,25 @@ void HubCore::ScheduleFlush(HubSession& session) {
   }
 }
 
+void HubCore::ReadAfterFlush(HubSession& session) {
+  if (toFlush_.empty()) {
+    session.Read();
+  } else {
+    toRead_.push_back(session.shared_from_this());
+  }
+}
+
 void HubCore::FlushScheduled() {
   flushing_.swap(toFlush_);
   for (const auto& session : flushing_) {
     session->Flush();
   }
   flushing_.clear();
+  reading_.swap(toRead_);
+  for (const auto& session : reading_) {
+    session->Read();
+  }
+  reading_.clear();
   CheckDrained();
 }
 

@@ -46,6 +46,9 @@ class HubCore {
   asio::io_context& Context() { return context_; }
   Routing Route(HubSession& from, const FrameResult& parsed);
   void ScheduleFlush(HubSession& session);
+  // Calls session.Read, now or once what is scheduled has been flushed: an attempt to read what has not come yet would
+  // only keep the frames waiting that have.
+  void ReadAfterFlush(HubSession& session);
   void Forget(HubSession& session);
   void CheckDrained();
 
@@ -73,6 +76,8 @@ class HubCore {
   // Flushed together after all handlers that are ready, so that frames from several senders share a write.
   std::vector<std::shared_ptr<HubSession>> toFlush_;
   std::vector<std::shared_ptr<HubSession>> flushing_;
+  std::vector<std::shared_ptr<HubSession>> toRead_;
+  std::vector<std::shared_ptr<HubSession>> reading_;
 
   bool accepting_ = false;
   bool acceptFailing_ = false;  // and logged

@@ -87,6 +87,9 @@ void HubSession::AdmitWaiters() {
 }
 
 void HubSession::Read() {
+  if (closed_ || readingStopped_) {
+    return;
+  }
   const std::span<char> space = reader_.Space();
   stream_.async_read_some(
       asio::buffer(space.data(), space.size()),
@@ -120,7 +123,7 @@ void HubSession::HandleBuffered() {
     const FrameResult parsed = reader_.Next();
     if (parsed.state == FrameState::Incomplete) {
       WatchPartialFrame();
-      Read();
+      hub_.ReadAfterFlush(*this);
       return;
     }
     if (parsed.state != FrameState::Complete) {

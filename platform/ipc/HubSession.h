@@ -50,8 +50,11 @@ class HubSession : public std::enable_shared_from_this<HubSession> {
   // Sends what is queued, then lets in those who wait.
   void Flush();
 
-  // Handles the frames that are buffered, then reads on.
+  // Handles the frames that are buffered, then has the hub call Read.
   void Proceed();
+
+  // Waits for more bytes.
+  void Read();
 
   // Reads no more; what is queued is still sent.
   void StopReading() { readingStopped_ = true; }
@@ -69,7 +72,6 @@ class HubSession : public std::enable_shared_from_this<HubSession> {
  private:
   using Clock = std::chrono::steady_clock;
 
-  void Read();
   void OnRead(const std::error_code& error, std::size_t bytes);
   void HandleBuffered();
   void OnSent(std::size_t bytes, const std::error_code& error);

@@ -28,11 +28,14 @@ ImportGuard::ImportGuard() {
 }
 
 void ImportGuard::Create() const {
+  const std::string fault = "the import's guard file cannot be created, so the next start would import again: ";
+  if (path_.empty()) {
+    throw std::runtime_error(fault + "the console user is not known");
+  }
   const std::string name = PlenixBase::UnicodeToUTF8(path_);
   const std::string file = platform::OperatingSystem::Get().SqliteFileName(name);
-  if (path_.empty() || !std::ofstream(FromUtf8(file), std::ios::app)) {
-    throw std::runtime_error("the import's guard file cannot be created, so the next start would import again: " +
-                             name);
+  if (!std::ofstream(FromUtf8(file), std::ios::app)) {
+    throw std::runtime_error(fault + name);
   }
 }
 

@@ -81,10 +81,11 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
   std::int64_t timeoutMs = invocation.options.timeout.count();
   std::optional<Command> command;
 
-  CLI::App app("Reads and changes the device registry.\n"
-               "Exit status: 0 done; 1 the service failed; 2 wrong command or input; 3 no service or no answer in time; "
-               "4 not found.",
-               "marnockctl");
+  CLI::App app(
+      "Reads and changes the device registry.\n"
+      "Exit status: 0 done; 1 the service failed; 2 wrong command or input; 3 no service or no answer in time; "
+      "4 not found.",
+      "marnockctl");
   app.allow_windows_style_options(false);  // an argument may well begin with a slash
   app.require_subcommand(1);
   AddGlobalOptions(app, invocation.options, timeoutMs);

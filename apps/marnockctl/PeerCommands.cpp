@@ -1,18 +1,22 @@
 #include "apps/marnockctl/PeerCommands.h"
 
 #include "apps/json/ByteText.h"
+#include "apps/marnockctl/AnswerSize.h"
 #include "client/InputChecks.h"
 
 namespace KT {
 
 namespace {
 
-// A get of an absent peer is answered with an empty sumId, so an empty one could not be told from it.
+// A get of an absent peer is answered with an empty sumId, so an empty one could not be told from it; nor could a get
+// give back one that passes its reply's capacity.
 std::optional<std::string> WhyNotASumId(const std::string& sumId) {
   if (sumId.empty()) {
     return "SUMID is empty: it could not be told from a peer that is not there";
   }
-  return WhyNotAString("SUMID", sumId);
+  PeerSumGetResponse answer;
+  answer.sumId = sumId;
+  return WhyNotAnAnswer(answer);
 }
 
 }  // namespace
@@ -37,8 +41,9 @@ ExitStatus Run(const PeerGet& command, RegistryClient& client, Reporter& reporte
     return ExitStatus::NotFound;
   }
   if (reporter.Json()) {
-    reporter.Print(Json{
-        {"result", outcome.response.result}, {"udId", ToJson(command.udId)}, {"sumId", ToJson(outcome.response.sumId)}});
+    reporter.Print(Json{{"result", outcome.response.result},
+                        {"udId", ToJson(command.udId)},
+                        {"sumId", ToJson(outcome.response.sumId)}});
   } else {
     reporter.Print(ToTerminalText(outcome.response.sumId));
   }

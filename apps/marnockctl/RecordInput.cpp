@@ -5,9 +5,9 @@
 
 #include "apps/json/ByteText.h"
 #include "apps/json/RecordJson.h"
+#include "apps/marnockctl/AnswerSize.h"
 #include "client/InputChecks.h"
 #include "codec/DeviceFieldVisitors.h"
-#include "codec/messages/EncodedSize.h"
 #include "platform/program/WholeInput.h"
 
 namespace KT {
@@ -76,11 +76,7 @@ std::optional<std::string> WhyNotReadable(const typename Family::Record& record,
   if (answer.info == typename Family::Record{}) {
     return "the device holds only default values: a get could not tell it from one that is not there";
   }
-  if (const std::size_t size = EncodedSize(answer); size > static_cast<std::size_t>(kReplyCapacityBytes)) {
-    return "the answer to a get would take " + std::to_string(size) + " bytes; the service's reply holds " +
-           std::to_string(kReplyCapacityBytes);
-  }
-  return std::nullopt;
+  return WhyNotAnAnswer(answer);
 }
 
 template BluetoothDeviceSummary ReadRecordInput(const DeviceSet<TrustedFamily>&);

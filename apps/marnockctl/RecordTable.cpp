@@ -14,10 +14,7 @@ namespace {
 std::string CellText(const std::string& value) { return ToTerminalText(value); }
 std::string CellText(bool value) { return value ? "true" : "false"; }
 template <class Integer>
-  requires std::is_integral_v<Integer>
-std::string CellText(Integer value) {
-  return std::to_string(value);
-}
+requires std::is_integral_v<Integer> std::string CellText(Integer value) { return std::to_string(value); }
 
 struct Cell {
   std::string name;
@@ -33,8 +30,8 @@ std::vector<Cell> Cells(const Record& record) {
 
 // How many characters a terminal shows for UTF-8 text, wide and combining ones aside.
 std::size_t Width(const std::string& text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
 }
 
 std::string Padded(const std::string& text, std::size_t width) {

@@ -14,16 +14,27 @@ HubSession::HubSession(HubCore& hub, Stream stream)
     : hub_(hub), stream_(std::move(stream)), process_(PeerProcess(stream_)), timer_(hub.Context()) {}
 
 void HubSession::Start() {
-  SetDeadline(hub_.Limits().helloTimeout);
+  Guarded([this] { SetDeadline(hub_.Limits().helloTimeout); });
   Read();
 }
+
+template <class Step>
+void HubSession::Guarded(Step step) {
+  try {
+    step();
+  } catch (const std::exception& error) {
+    CutOff(kHubFailure, error.what());
+  }
+}
+
+bool HubSession::HasRoom() const { return queue_.WaitingBytes() < hub_.Limits().unreadBytesPerConnection / 4; }
 
 bool HubSession::Admits(HubSession& sender) {
   if (!IsService() || sender.IsService()) {
     return true;
   }
   const bool calledUpon = std::exchange(admitted_, nullptr) == &sender;
-  if ((calledUpon || waiters_.empty()) && queue_.WaitingBytes() < hub_.Limits().unreadBytesPerConnection / 4) {
+  if ((calledUpon || waiters_.empty()) && HasRoom()) {
     return true;
   }
   waiters_.push_back(sender.shared_from_this());
@@ -52,18 +63,20 @@ void HubSession::CheckQueued(bool taken) {
 
 void HubSession::Flush() {
   flushScheduled_ = false;
-  if (closed_) {
-    return;
+  if (!closed_) {
+    Guarded([this] { SendQueued(); });
+    AdmitWaiters();
   }
+}
+
+void HubSession::SendQueued() {
   const auto onProgress = [self = shared_from_this()](const std::error_code& error, std::size_t bytes) {
     self->OnSent(bytes, error);
   };
-  if (queue_.Flush(stream_, onProgress)) {
-    Close();
-  } else if (queue_.Empty() && closeWhenSent_) {
+  const std::error_code error = queue_.Flush(stream_, onProgress);
+  if (error || (closeWhenSent_ && queue_.Empty())) {
     Close();
   }
-  AdmitWaiters();
 }
 
 void HubSession::OnSent(std::size_t bytes, const std::error_code& error) {
@@ -77,7 +90,7 @@ void HubSession::OnSent(std::size_t bytes, const std::error_code& error) {
 }
 
 void HubSession::AdmitWaiters() {
-  while (!closed_ && !waiters_.empty() && queue_.WaitingBytes() < hub_.Limits().unreadBytesPerConnection / 4) {
+  while (!closed_ && !waiters_.empty() && HasRoom()) {
     const std::shared_ptr<HubSession> next = std::move(waiters_.front());
     waiters_.pop_front();
     admitted_ = next.get();
@@ -90,10 +103,12 @@ void HubSession::Read() {
   if (closed_ || readingStopped_) {
     return;
   }
-  const std::span<char> space = reader_.Space();
-  stream_.async_read_some(
-      asio::buffer(space.data(), space.size()),
-      [self = shared_from_this()](const std::error_code& error, std::size_t bytes) { self->OnRead(error, bytes); });
+  Guarded([this] {
+    const std::span<char> space = reader_.Space();
+    stream_.async_read_some(
+        asio::buffer(space.data(), space.size()),
+        [self = shared_from_this()](const std::error_code& error, std::size_t bytes) { self->OnRead(error, bytes); });
+  });
 }
 
 void HubSession::OnRead(const std::error_code& error, std::size_t bytes) {
@@ -111,11 +126,7 @@ void HubSession::OnRead(const std::error_code& error, std::size_t bytes) {
 }
 
 void HubSession::Proceed() {
-  try {
-    HandleBuffered();
-  } catch (const std::exception& error) {
-    CutOff(kHubFailure, error.what());
-  }
+  Guarded([this] { HandleBuffered(); });
 }
 
 void HubSession::HandleBuffered() {

@@ -72,9 +72,15 @@ class HubSession : public std::enable_shared_from_this<HubSession> {
  private:
   using Clock = std::chrono::steady_clock;
 
+  // Runs a step of this connection. An exception, such as memory that ran out, costs this connection alone.
+  template <class Step>
+  void Guarded(Step step);
+
   void OnRead(const std::error_code& error, std::size_t bytes);
   void HandleBuffered();
+  void SendQueued();
   void OnSent(std::size_t bytes, const std::error_code& error);
+  bool HasRoom() const;
   void CheckQueued(bool taken);
   void AdmitWaiters();
   void WatchPartialFrame();

@@ -12,9 +12,11 @@
 // What a hub grants its clients. The defaults are the protocol's; tests shorten the waits.
 struct HubLimits {
   std::size_t connections = 256;
-  std::size_t unreadBytesPerConnection = 1024 * 1024;  // a peer for which this much waits unread is cut off
-  std::chrono::milliseconds helloTimeout{5'000};       // from connecting to a complete hello
-  std::chrono::milliseconds frameTimeout{30'000};      // from a frame's first byte to its last
+  // A peer for which more than this waits unread is cut off; where a quarter of it waits for a service, those who send
+  // to it are held up instead.
+  std::size_t unreadBytesPerConnection = 1024 * 1024;
+  std::chrono::milliseconds helloTimeout{5'000};   // from connecting to a complete hello
+  std::chrono::milliseconds frameTimeout{30'000};  // from a frame's first byte to its last
 };
 
 // One hub serves one pipe name for as long as it lives. Start, StopAccepting and Stop are called by one thread, in that

@@ -143,6 +143,17 @@ TEST(MessageParcelInit, CalledOnceMoreReadsTheNewBytes) {
   EXPECT_EQ(parcel.GetDataSize(), 8) << "results are kept";
 }
 
+TEST(MessageParcelInit, CalledOnceMoreWithoutMemoryLeavesNoStreamOfBefore) {
+  Bytes payload = Hex("01000000");
+  MessageParcel parcel(8, nullptr, true);
+  {
+    const support::AllocationFault noChannel(1);
+    parcel.Init(payload.data(), 4, false);
+    ASSERT_TRUE(noChannel.Happened());
+  }
+  ExpectInert(parcel);
+}
+
 TEST(MessageParcelInit, CalledOnceMoreWithABadSizeChangesNothing) {
   MessageParcel parcel(8, nullptr, true);
   std::uint8_t* const buffer = parcel.GetBuffer();

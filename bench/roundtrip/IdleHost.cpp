@@ -9,6 +9,7 @@
 #include "bench/support/RatioTable.h"
 #include "codec/Protocol.h"
 #include "platform/ipc/IPCMessageClient.h"
+#include "platform/ipc/IPCMessageHub.h"
 
 namespace bench {
 
@@ -23,7 +24,8 @@ void MeasureIdleness(std::ostream& out, const ChildProcess& host, int clients) {
         std::make_unique<IPCMessageClient>(IPCMessageClient::kAnyClientId, false, false, KT::kPipeName));
     if (!connected.back()->WaitUntilConnected(5s)) GiveUp("the host does not take a connection");
   }
-  std::this_thread::sleep_for(100ms);  // what connecting sets off has ended
+  // By then the hub's timers for the hellos have run out, unused.
+  std::this_thread::sleep_for(HubLimits{}.helloTimeout + 200ms);
   const double hostBefore = host.ProcessorTime();
   const double ownBefore = OwnProcessorTime();
   std::this_thread::sleep_for(3s);

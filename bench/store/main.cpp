@@ -11,7 +11,8 @@
 // TMPDIR chooses the disk.
 int main() {
   const bench::TemporaryFolder folder;
-  const bench::StoreFolders folders{bench::UseMachineIn(folder), folder.Path() + "/plain/C/Users/root/Orvnta/DeviceMgr"};
+  const bench::StoreFolders folders{bench::UseMachineIn(folder),
+                                    folder.Path() + "/plain/C/Users/root/Orvnta/DeviceMgr"};
   QxLogger::GetInstance().OpenFile(folder.Path() + "/log");
   bench::DescribeMachine(std::cout);
 

@@ -40,7 +40,7 @@ std::string FormatNanoseconds(double nanoseconds) {
     nanoseconds /= 1000;
     ++unit;
   }
-  const char* const digits = nanoseconds >= 100 ? "%.0f" : nanoseconds >= 10 ? "%.1f" : "%.2f";
+  const char* const digits = nanoseconds >= 100 || nanoseconds == 0 ? "%.0f" : nanoseconds >= 10 ? "%.1f" : "%.2f";
   return Print(digits, nanoseconds) + kUnits[unit];
 }
 

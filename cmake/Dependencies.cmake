@@ -8,6 +8,8 @@ set(MARNOCK_SQLITE_OPTIONS
   SQLITE_DEFAULT_MEMSTATUS=0
   SQLITE_OMIT_LOAD_EXTENSION
   SQLITE_DQS=0
+  SQLITE_TEMP_STORE=3            # a client's statement opens no file, not even a temporary one (docs/security.md)
+  SQLITE_TRUSTED_SCHEMA=0        # what a loaded file defines may not call functions that have effects
   HAVE_USLEEP=1)                 # else a busy time-out below a second does not wait at all on POSIX
 
 find_package(Threads REQUIRED)

@@ -11,6 +11,7 @@
 #include "persistence/DatabaseCopy.h"
 #include "persistence/DatabaseFiles.h"
 #include "persistence/Guarded.h"
+#include "persistence/KeyedStatement.h"
 #include "platform/OperatingSystem.h"
 #include "platform/logging/LogLine.h"
 #include "platform/text/PlenixBase.h"
@@ -150,9 +151,7 @@ bool DbEngine::DeleteDbItem(const std::string& key, DbContent& content) {
 
 bool DbEngine::DeleteRows(const std::string& column, const std::string& key, DbContent& content, const char* function) {
   return WithDatabase(content, "[KTData] Delete database item filed:", function, [&](SQLite::Database& database) {
-    const std::string text = "DELETE FROM " + content.tableName + " WHERE " + column + " = '" + key + "';";
-    // One statement object runs the first statement of its text and no more, whatever the key adds to it.
-    if (SQLite::Statement(database, text).exec() < 1) {
+    if (KeyedStatement(database, "DELETE FROM ", content.tableName, column, key).Sql().exec() < 1) {
       LogProgress(function, "[KTData] Delete item 0");
     }
     return true;

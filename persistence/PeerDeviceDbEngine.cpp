@@ -8,6 +8,7 @@
 
 #include "persistence/DatabaseFiles.h"
 #include "persistence/Guarded.h"
+#include "persistence/KeyedStatement.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -20,12 +21,14 @@ constexpr const char* kDeletePeerDevice = "KT::PeerDeviceDbEngine::DeletePeerDev
 constexpr const char* kUpdatePeerDevice = "KT::PeerDeviceDbEngine::UpdatePeerDevice";
 constexpr const char* kQueryPeerDevice = "KT::PeerDeviceDbEngine::QueryPeerDevice";
 
+constexpr const char* kKeyColumn = "udId";
+
 }  // namespace
 
 PeerDeviceDbEngine::PeerDeviceDbEngine() { Init(); }
 
 bool PeerDeviceDbEngine::Init() {
-  content_.keyColumn = "udId";
+  content_.keyColumn = kKeyColumn;
   content_.tableName = "PEER_DEVICE";
   content_.dirPath = kDatabaseFolder;
   content_.fileName = std::string("PeerDeviceInfo1") + kDatabaseFileName;
@@ -54,7 +57,7 @@ bool PeerDeviceDbEngine::DeletePeerDevice(const std::string& udId) {
     return false;
   }
   platform::LogProgress(kDeletePeerDevice, "[KTData] Delete peer device.");
-  return DeleteRows("udId", udId, content_, kDeletePeerDevice);
+  return DeleteRows(kKeyColumn, udId, content_, kDeletePeerDevice);
 }
 
 bool PeerDeviceDbEngine::UpdatePeerDevice(const std::string& udId, const std::string& sumId) {
@@ -66,9 +69,9 @@ bool PeerDeviceDbEngine::UpdatePeerDevice(const std::string& udId, const std::st
 
 bool PeerDeviceDbEngine::QueryPeerDevice(const std::string& udId, std::string& sumId) {
   return WithDatabase(content_, "[KTData] Get peer device failed:", kQueryPeerDevice, [&](SQLite::Database& database) {
-    SQLite::Statement select(database, "SELECT * FROM " + content_.tableName + " WHERE udId = '" + udId + "';");
-    while (select.executeStep()) {
-      sumId = select.getColumn("sumId").getString();
+    KeyedStatement select(database, "SELECT * FROM ", content_.tableName, kKeyColumn, udId);
+    while (select.Sql().executeStep()) {
+      sumId = select.Sql().getColumn("sumId").getString();
     }
     return true;
   });

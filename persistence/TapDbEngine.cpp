@@ -9,6 +9,7 @@
 #include "persistence/DatabaseFiles.h"
 #include "persistence/DeviceRow.h"
 #include "persistence/Guarded.h"
+#include "persistence/KeyedStatement.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -103,9 +104,9 @@ bool TapDbEngine<Record>::GetZentapDeviceInfoList(std::vector<Record>& list) {
 template <class Record>
 bool TapDbEngine<Record>::GetZentapDeviceInfo(const std::string& sumId, Record& info) {
   return WithDatabase(content_, "[KTData] Get zentap device failed:", names_.get, [&](SQLite::Database& database) {
-    SQLite::Statement select(database, "SELECT * FROM " + content_.tableName + " WHERE sumId = '" + sumId + "';");
-    const DeviceRowReader<kTableOf<Record>> row(select);
-    while (select.executeStep()) {
+    KeyedStatement select(database, "SELECT * FROM ", content_.tableName, kKeyColumn, sumId);
+    const DeviceRowReader<kTableOf<Record>> row(select.Sql());
+    while (select.Sql().executeStep()) {
       info = row.Read();
     }
     return true;

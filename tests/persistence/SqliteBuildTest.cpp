@@ -17,6 +17,13 @@ TEST(SqliteBuild, CountsNoMemory) { EXPECT_EQ(sqlite3_compileoption_used("DEFAUL
 
 TEST(SqliteBuild, LoadsNoExtensions) { EXPECT_EQ(sqlite3_compileoption_used("OMIT_LOAD_EXTENSION"), 1); }
 
+TEST(SqliteBuild, KeepsTemporaryTablesInMemory) { EXPECT_EQ(sqlite3_compileoption_used("TEMP_STORE=3"), 1); }
+
+TEST(SqliteBuild, DoesNotTrustTheSchemaOfAFile) {
+  SQLite::Database database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+  EXPECT_EQ(Rows(database, "PRAGMA trusted_schema"), Lines{"0"});
+}
+
 TEST(SqliteBuild, TakesDoubleQuotesForNamesOnly) {
   EXPECT_EQ(sqlite3_compileoption_used("DQS=0"), 1);
   SQLite::Database database(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);

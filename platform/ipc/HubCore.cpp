@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <asio/post.hpp>
+#include <exception>
+#include <span>
 #include <utility>
 
 #include "platform/ipc/LogTexts.h"
@@ -50,8 +52,10 @@ void HubCore::OnAccept(const std::error_code& error, Stream stream) {
   const auto session = std::make_shared<HubSession>(*this, std::move(stream));
   if (sessions_.size() < limits_.connections) {
     sessions_.insert(session);
+    tally_.SetConnections(sessions_.size());
     session->Start();
   } else {
+    tally_.Refuse();
     session->LogLine(kTooManyConnections);
   }
   Accept();
@@ -103,6 +107,7 @@ void HubCore::CloseAll() {
   for (const auto& session : std::exchange(sessions_, {})) {
     session->Close();
   }
+  tally_.SetConnections(0);
 }
 
 Routing HubCore::Route(HubSession& from, const FrameResult& parsed) {
@@ -117,6 +122,10 @@ Routing HubCore::Route(HubSession& from, const FrameResult& parsed) {
   if (frame.receiver == kHubId && frame.code == kHelloCode) {
     from.CutOff(kSecondHello);
     return Routing::SenderCut;
+  }
+  if (frame.receiver == kHubId && frame.code == kStatusCode && statusProvider_) {
+    AnswerStatus(from, frame);
+    return Routing::Done;
   }
   return Deliver(from, parsed);
 }
@@ -134,6 +143,7 @@ Routing HubCore::Greet(HubSession& session, const Frame& hello) {
   session.Send(Frame{
       .receiver = session.Id(), .sender = kHubId, .code = kHelloCode, .status = static_cast<std::int32_t>(status)});
   if (status != IpcStatus::Answer) {
+    tally_.Refuse();
     session.CloseWhenSent();
   }
   return Routing::Done;
@@ -179,8 +189,27 @@ Routing HubCore::Deliver(HubSession& from, const FrameResult& parsed) {
     return Routing::Wait;
   }
   SetSender(parsed.bytes, from.Id());
+  tally_.RouteFrame();
   to->Send(parsed.bytes);
   return Routing::Done;
+}
+
+void HubCore::AnswerStatus(HubSession& session, const Frame& request) {
+  if (request.status != 0 || request.replyCode == kNoReplyCode) {
+    return;
+  }
+  std::string document;
+  try {
+    document = statusProvider_();
+  } catch (const std::exception& error) {
+    LogFailure("IPCMessageHub::AnswerStatus", kNoStatusDocument, std::string(error.what()));
+  }
+  if (document.empty() || !FitsFrame(0, document.size())) {
+    session.Send(StatusFor(session.Id(), request, IpcStatus::UnsendableAnswer));
+    return;
+  }
+  session.Send(
+      Frame{.receiver = session.Id(), .sender = kHubId, .code = request.replyCode, .payload = std::span(document)});
 }
 
 HubSession* HubCore::Find(std::int32_t id) const {
@@ -222,6 +251,7 @@ void HubCore::Forget(HubSession& session) {
     byId_.erase(session.Id());
   }
   sessions_.erase(session.shared_from_this());
+  tally_.SetConnections(sessions_.size());
   CheckDrained();
 }
 

@@ -7,10 +7,13 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/ipc/HubSession.h"
+#include "platform/ipc/HubTally.h"
 #include "platform/ipc/IPCMessageHub.h"
 #include "platform/ipc/PipeTransport.h"
 #include "platform/ipc/TagIPCMessageItem.h"
@@ -29,6 +32,9 @@ class HubCore {
  public:
   HubCore(asio::io_context& context, const HubLimits& limits);
 
+  // As IPCMessageHub's. Before Listen.
+  void SetStatusProvider(std::function<std::string()> provider) { statusProvider_ = std::move(provider); }
+
   // Throws std::system_error as ListenOnPipe does.
   void Listen(const PipeAddress& address);
 
@@ -44,6 +50,8 @@ class HubCore {
   // For sessions.
   const HubLimits& Limits() const { return limits_; }
   asio::io_context& Context() { return context_; }
+  HubTally& Tally() { return tally_; }
+  const HubTally& Tally() const { return tally_; }
   Routing Route(HubSession& from, const FrameResult& parsed);
   void ScheduleFlush(HubSession& session);
   // Calls session.Read, now or once what is scheduled has been flushed: an attempt to read what has not come yet would
@@ -60,12 +68,15 @@ class HubCore {
   Routing Greet(HubSession& session, const Frame& hello);
   IpcStatus JudgeHello(const HubSession& session, const Frame& hello) const;
   Routing Deliver(HubSession& from, const FrameResult& parsed);
+  void AnswerStatus(HubSession& session, const Frame& request);
   std::int32_t NextFreeId();
   HubSession* Find(std::int32_t id) const;
   void FlushScheduled();
 
   asio::io_context& context_;
   const HubLimits limits_;
+  HubTally tally_;
+  std::function<std::string()> statusProvider_;
   std::unique_ptr<PipeListener> listener_;
   asio::steady_timer acceptTimer_;
 

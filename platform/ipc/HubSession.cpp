@@ -160,6 +160,7 @@ void HubSession::CloseWhenSent() {
 }
 
 void HubSession::CutOff(const char* reason, const std::string& detail) {
+  hub_.Tally().CutOff();
   LogLine(reason, detail);
   Close();
 }

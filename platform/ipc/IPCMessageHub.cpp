@@ -7,6 +7,7 @@
 #include <future>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/ipc/HubCore.h"
 #include "platform/ipc/LogTexts.h"
@@ -24,6 +25,10 @@ class IPCMessageHub::Impl {
     claim_ = platform::ipc::ClaimPipe(address_);
     return claim_ != nullptr;
   }
+
+  void SetStatusProvider(std::function<std::string()> provider) { core_.SetStatusProvider(std::move(provider)); }
+
+  HubCounters Counters() const { return core_.Tally().Counters(); }
 
   void Start() {
     core_.Listen(address_);
@@ -78,8 +83,14 @@ IPCMessageHub::~IPCMessageHub() { Stop(); }
 
 bool IPCMessageHub::Claim() { return impl_->Claim(); }
 
+void IPCMessageHub::SetStatusProvider(std::function<std::string()> provider) {
+  impl_->SetStatusProvider(std::move(provider));
+}
+
 void IPCMessageHub::Start() { impl_->Start(); }
 
 void IPCMessageHub::StopAccepting() { impl_->StopAccepting(); }
 
 void IPCMessageHub::Stop() { impl_->Stop(); }
+
+HubCounters IPCMessageHub::Counters() const { return impl_->Counters(); }

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,6 +18,15 @@ struct HubLimits {
   std::size_t unreadBytesPerConnection = 1024 * 1024;
   std::chrono::milliseconds helloTimeout{5'000};   // from connecting to a complete hello
   std::chrono::milliseconds frameTimeout{30'000};  // from a frame's first byte to its last
+};
+
+// What a hub did so far.
+struct HubCounters {
+  std::uint64_t connections = 0;      // open now, services' own among them
+  std::uint64_t mostConnections = 0;  // open at one time
+  std::uint64_t refused = 0;       // ended before a hello was granted: too many connections, an id or version refused
+  std::uint64_t cutOff = 0;        // ended for breaking a rule or a limit
+  std::uint64_t framesRouted = 0;  // passed on from one client to another
 };
 
 // One hub serves one pipe name for as long as it lives. Start, StopAccepting and Stop are called by one thread, in that
@@ -34,6 +44,11 @@ class ASSISTANT_EXPORT IPCMessageHub {
   // Throws std::system_error that names what failed otherwise.
   bool Claim();
 
+  // Has a request for the hub's status (docs/status.md) answered with what `provider` returns, which must fit a frame.
+  // It runs on the hub's thread, between frames, so it must be quick; what it throws is logged, and the request then
+  // gets no document. Without one the request is answered like any other that the hub does not know. Before Start.
+  void SetStatusProvider(std::function<std::string()> provider);
+
   // Listens and serves from now on. Needs a successful Claim. Throws std::system_error that names the pipe.
   void Start();
 
@@ -44,6 +59,9 @@ class ASSISTANT_EXPORT IPCMessageHub {
   // Second half, after the services' StopDelivery: sends what waits for clients (500 ms at most), closes everything and
   // ends the hub's thread. The claim ends with the hub object.
   void Stop();
+
+  // Any thread; each of the numbers is right for itself.
+  HubCounters Counters() const;
 
  private:
   class Impl;

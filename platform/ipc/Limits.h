@@ -19,6 +19,7 @@ inline constexpr std::int32_t kHubId = 0;
 inline constexpr std::int32_t kAnyId = -1;                // in a hello: no wish; granted as an id: none
 inline constexpr std::int32_t kFirstServiceId = 0x10000;  // from here on for connections of the hub's own process
 inline constexpr std::int32_t kHelloCode = 1;
+inline constexpr std::int32_t kStatusCode = 2;  // to the hub: asks for its status document
 inline constexpr std::int32_t kNoReplyCode = -1;
 inline constexpr std::int32_t kProtocolVersion = 1;
 

@@ -26,6 +26,7 @@ inline constexpr const char* kUnsupportedVersion = " refused: unknown protocol v
 // Hub: other failures; the error's text follows.
 inline constexpr const char* kAcceptFailed = "Accepting an IPC connection failed: ";
 inline constexpr const char* kHubThreadFailure = "IPC hub failure: ";
+inline constexpr const char* kNoStatusDocument = "No status document: ";
 
 // Client. The code, the status or the exception's text follows.
 inline constexpr const char* kCallbackThrew = "Exception from the IPC callback for code ";

@@ -82,6 +82,23 @@ bool MoveAside(const SavePaths& paths) {
   return true;
 }
 
+bool Save(DbContent& content) {
+  return WithDatabase(content, "[KTData] Save database filed:", kSaveDbIntoDisk, [&](SQLite::Database& database) {
+    // Deferred on purpose: it must not have locked anything when the copy starts, or the copy is refused.
+    SQLite::Transaction transaction(database);
+    const std::wstring file = PlenixBase::UTF8ToUnicode(content.filePath);
+    const SavePaths paths{file, file + L".tmp"};
+    const bool movedAside = MoveAside(paths);
+    SaveToFile(database, content.filePath);
+    transaction.commit();
+    if (movedAside && !OperatingSystem::Get().DeleteFileW(paths.temporary)) {
+      LogFailure(kSaveDbIntoDisk, "[KTData] Delete database filed.");
+    }
+    LogProgress(kSaveDbIntoDisk, "[KTData] Save database success.");
+    return true;
+  });
+}
+
 }  // namespace
 
 DbEngine::~DbEngine() = default;
@@ -108,21 +125,17 @@ bool DbEngine::InitDb(DbContent& content) {
 }
 
 bool DbEngine::SaveDbIntoDisk(DbContent& content) {
-  return WithDatabase(content, "[KTData] Save database filed:", kSaveDbIntoDisk, [&](SQLite::Database& database) {
-    // Deferred on purpose: it must not have locked anything when the copy starts, or the copy is refused.
-    SQLite::Transaction transaction(database);
-    const std::wstring file = PlenixBase::UTF8ToUnicode(content.filePath);
-    const SavePaths paths{file, file + L".tmp"};
-    const bool movedAside = MoveAside(paths);
-    SaveToFile(database, content.filePath);
-    transaction.commit();
-    if (movedAside && !OperatingSystem::Get().DeleteFileW(paths.temporary)) {
-      LogFailure(kSaveDbIntoDisk, "[KTData] Delete database filed.");
-    }
-    LogProgress(kSaveDbIntoDisk, "[KTData] Save database success.");
-    return true;
-  });
+  const bool isSaved = Save(content);
+  if (isSaved) {
+    failedSinceLastSaved_ = 0;
+    ++saved_;
+  } else {
+    ++failedSinceLastSaved_;
+  }
+  return isSaved;
 }
+
+SaveCounts DbEngine::Saves() const { return {.saved = saved_, .failedSinceLastSaved = failedSinceLastSaved_}; }
 
 bool DbEngine::LoadDbFromDisk(DbContent& content) {
   return WithDatabase(content, kLoadFailed, kLoadDbFromDisk, [&](SQLite::Database& database) {

@@ -1,10 +1,13 @@
 // The base of the table engines: a database in memory that mirrors a disk file.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <ostream>
 #include <string>
 
 #include "persistence/DbContent.h"
+#include "persistence/SaveCounts.h"
 
 namespace KT {
 
@@ -27,6 +30,9 @@ class DbEngine {
   // is complete. False leaves that copy behind.
   bool SaveDbIntoDisk(DbContent& content);
 
+  // The saves of this engine so far. Any thread; each of the two numbers is right for itself.
+  SaveCounts Saves() const;
+
   // Replaces the memory database by the content of the disk file.
   bool LoadDbFromDisk(DbContent& content);
 
@@ -43,6 +49,10 @@ class DbEngine {
 
   // Deletes the rows whose `column` is `key`, as DeleteDbItem does and with its texts, logged under `function`.
   static bool DeleteRows(const std::string& column, const std::string& key, DbContent& content, const char* function);
+
+ private:
+  std::atomic<std::uint64_t> saved_ = 0;
+  std::atomic<std::uint64_t> failedSinceLastSaved_ = 0;
 };
 
 }  // namespace KT

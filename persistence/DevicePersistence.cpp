@@ -52,17 +52,21 @@ int Answer(const Operation& operation, bool succeeded) {
 }
 
 template <class Engine>
-void Save(Engine& engine) {
-  engine.SaveDbIntoDisk(engine.Content());
+bool Save(Engine& engine) {
+  return engine.SaveDbIntoDisk(engine.Content());
 }
 
-void Save(TrustedZentapDbEngine& engine) { engine.SaveZentapDbIntoDisk(); }
+bool Save(TrustedZentapDbEngine& engine) { return engine.SaveZentapDbIntoDisk(); }
+
+StoreTable TableOf(const PeerDeviceDbEngine&) { return StoreTable::Peer; }
+StoreTable TableOf(const CurrZentapDbEngine&) { return StoreTable::Current; }
+StoreTable TableOf(const TrustedZentapDbEngine&) { return StoreTable::Trusted; }
 
 // The answer to a change of `engine`'s table. The save logs its own failure and does not change the answer.
 template <class Engine>
-int AnswerAndSave(const Operation& operation, bool succeeded, Engine& engine) {
-  if (succeeded) {
-    Save(engine);
+int AnswerAndSave(const Operation& operation, bool succeeded, Engine& engine, UnsavedChangeObserver onUnsavedChange) {
+  if (succeeded && !Save(engine) && onUnsavedChange != nullptr) {
+    onUnsavedChange(TableOf(engine), engine.Saves());
   }
   return Answer(operation, succeeded);
 }
@@ -79,15 +83,15 @@ DevicePersistence::~DevicePersistence() {
 
 int DevicePersistence::SetTrustedZentapDeviceInfo(const std::string& sumId, const BluetoothDeviceSummary& info) {
   trusted_.DeleteZentapDeviceInfo(sumId);
-  return AnswerAndSave(kSetTrusted, trusted_.AddZentapDeviceInfo(sumId, info), trusted_);
+  return AnswerAndSave(kSetTrusted, trusted_.AddZentapDeviceInfo(sumId, info), trusted_, onUnsavedChange_);
 }
 
 int DevicePersistence::SetTrustedZentapDeviceInfoList(const std::vector<BluetoothDeviceSummary>& list) {
-  return AnswerAndSave(kSetTrustedList, trusted_.UpdateZentapDeviceInfoList(list), trusted_);
+  return AnswerAndSave(kSetTrustedList, trusted_.UpdateZentapDeviceInfoList(list), trusted_, onUnsavedChange_);
 }
 
 int DevicePersistence::DeleteTrustedZentapDeviceInfo(const std::string& sumId) {
-  return AnswerAndSave(kDeleteTrusted, trusted_.DeleteZentapDeviceInfo(sumId), trusted_);
+  return AnswerAndSave(kDeleteTrusted, trusted_.DeleteZentapDeviceInfo(sumId), trusted_, onUnsavedChange_);
 }
 
 int DevicePersistence::GetTrustedZentapDeviceInfo(const std::string& sumId, BluetoothDeviceSummary& info) {
@@ -100,15 +104,15 @@ int DevicePersistence::GetTrustedZentapDeviceInfoList(std::vector<BluetoothDevic
 
 int DevicePersistence::SetCurrZentapDeviceInfo(const std::string& sumId, const CurrZentapDeviceInfo& info) {
   current_.DeleteZentapDeviceInfo(sumId);
-  return AnswerAndSave(kSetCurrent, current_.AddZentapDeviceInfo(sumId, info), current_);
+  return AnswerAndSave(kSetCurrent, current_.AddZentapDeviceInfo(sumId, info), current_, onUnsavedChange_);
 }
 
 int DevicePersistence::SetCurrZentapDeviceInfoList(const std::vector<CurrZentapDeviceInfo>& list) {
-  return AnswerAndSave(kSetCurrentList, current_.UpdateZentapDeviceInfoList(list), current_);
+  return AnswerAndSave(kSetCurrentList, current_.UpdateZentapDeviceInfoList(list), current_, onUnsavedChange_);
 }
 
 int DevicePersistence::DeleteCurrZentapDeviceInfo(const std::string& sumId) {
-  return AnswerAndSave(kDeleteCurrent, current_.DeleteZentapDeviceInfo(sumId), current_);
+  return AnswerAndSave(kDeleteCurrent, current_.DeleteZentapDeviceInfo(sumId), current_, onUnsavedChange_);
 }
 
 int DevicePersistence::GetCurrZentapDeviceInfo(const std::string& sumId, CurrZentapDeviceInfo& info) {
@@ -121,11 +125,11 @@ int DevicePersistence::GetCurrZentapDeviceInfoList(std::vector<CurrZentapDeviceI
 
 int DevicePersistence::SetPeerDevice(const std::string& udId, const std::string& sumId) {
   peer_.DeletePeerDevice(udId);
-  return AnswerAndSave(kSetPeer, peer_.AddPeerDevice(udId, sumId), peer_);
+  return AnswerAndSave(kSetPeer, peer_.AddPeerDevice(udId, sumId), peer_, onUnsavedChange_);
 }
 
 int DevicePersistence::DeletePeerDevice(const std::string& udId) {
-  return AnswerAndSave(kDeletePeer, peer_.DeletePeerDevice(udId), peer_);
+  return AnswerAndSave(kDeletePeer, peer_.DeletePeerDevice(udId), peer_, onUnsavedChange_);
 }
 
 int DevicePersistence::GetPeerDevice(const std::string& udId, std::string& sumId) {
@@ -135,6 +139,18 @@ int DevicePersistence::GetPeerDevice(const std::string& udId, std::string& sumId
 bool DevicePersistence::IsDeviceDbExist() const {
   const std::wstring folder = Utils::GetCurrUserDefinePath(kDatabaseFolder);
   return !folder.empty() && FileExists(folder + PlenixBase::UTF8ToUnicode(kDatabaseFileName));
+}
+
+SaveCounts DevicePersistence::Saves(StoreTable table) const {
+  switch (table) {
+    case StoreTable::Peer:
+      return peer_.Saves();
+    case StoreTable::Current:
+      return current_.Saves();
+    case StoreTable::Trusted:
+      return trusted_.Saves();
+  }
+  return {};
 }
 
 }  // namespace KT

@@ -9,6 +9,7 @@
 #include "codec/Protocol.h"
 #include "persistence/CurrZentapDbEngine.h"
 #include "persistence/PeerDeviceDbEngine.h"
+#include "persistence/SaveCounts.h"
 #include "persistence/TrustedZentapDbEngine.h"
 
 namespace KT {
@@ -52,10 +53,17 @@ class DevicePersistence {
   // engines never write it.
   bool IsDeviceDbExist() const;
 
+  // The saves of one table so far. Any thread.
+  SaveCounts Saves(StoreTable table) const;
+
+  // Sets the observer, null for none. Not while a change is made.
+  void SetUnsavedChangeObserver(UnsavedChangeObserver observer) { onUnsavedChange_ = observer; }
+
  private:
   PeerDeviceDbEngine peer_;
   CurrZentapDbEngine current_;
   TrustedZentapDbEngine trusted_;
+  UnsavedChangeObserver onUnsavedChange_ = nullptr;
 };
 
 }  // namespace KT

@@ -60,6 +60,7 @@ bool Marnock::PostIpc(int a, int b, int c, char* data, int len) {
 
 template <class Row>
 void Marnock::Handle(const Row& row, const TagIPCMessageItem& item) {
+  CountedRequest counted(tallies_[TallyIndex(row.Code())]);
   platform::LogProgress(row.function, row.received);
   if (item.length <= 0 || item.payload == nullptr) {
     platform::LogFailure(row.function, row.action.payloadMissing);
@@ -86,7 +87,9 @@ void Marnock::Handle(const Row& row, const TagIPCMessageItem& item) {
   if (!PostIpc(item.sender, item.replyCode, -1, reinterpret_cast<char*>(replyParcel->GetBuffer()),
                replyParcel->GetDataSize())) {
     platform::LogFailure(row.function, row.action.postFailed);
+    return;
   }
+  counted.Answered(response.result);
 }
 
 void Marnock::SetTrustedZentapDeviceInfo(TagIPCMessageItem& item) { Handle(kSetTrusted, item); }

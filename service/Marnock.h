@@ -1,9 +1,15 @@
 // The service: the one object through which other processes reach the device store.
 #pragma once
 
+#include <array>
+#include <cstddef>
+
+#include "codec/Protocol.h"
 #include "marnock_export.h"
 #include "persistence/DevicePersistence.h"
 #include "platform/ipc/IPCMessageClient.h"
+#include "service/RequestCounts.h"
+#include "service/ServiceStatus.h"
 #include "service/StartupImport.h"
 
 namespace KT {
@@ -40,6 +46,7 @@ class MARNOCK_EXPORT Marnock : public IPCMessageClient {
  private:
   friend class MarnockTestAccess;
   friend class StartupImport;
+  friend class StatusAccess;
 
   Marnock();
   ~Marnock() override;
@@ -60,7 +67,11 @@ class MARNOCK_EXPORT Marnock : public IPCMessageClient {
   template <class Row>
   void Handle(const Row& row, const TagIPCMessageItem& item);
 
+  // Where the tally of a request code is kept: the codes follow the service's id.
+  static constexpr std::size_t TallyIndex(int code) { return static_cast<std::size_t>(code - kServiceClientId - 1); }
+
   DevicePersistence store_;
+  std::array<RequestTally, kRequestCount> tallies_;
 };
 
 }  // namespace KT

@@ -75,7 +75,7 @@ class DataStream final : public IOStream {
     if (start == nullptr) return WriteInTwoSteps(text);
     const auto length = static_cast<std::uint16_t>(text.size());
     std::memcpy(start, &length, kLengthPrefixBytes);
-    std::memcpy(start + kLengthPrefixBytes, text.data(), text.size());
+    std::copy_n(text.data(), text.size(), start + kLengthPrefixBytes);
     return total;
   }
 

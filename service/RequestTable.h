@@ -67,59 +67,114 @@ struct RequestRow {
 using Store = DevicePersistence;
 
 inline constexpr RequestRow<TrustedZentapDeviceSetRequest> kSetTrusted{
-    "KT::Marnock::SetTrustedZentapDeviceInfo", &Marnock::SetTrustedZentapDeviceInfo,
-    "[KTData] Received the request event of setting zentap device.", kSetDevice, kDeviceParcels, kReplyCapacityBytes,
-    &SetDevice<&Store::SetTrustedZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::SetTrustedZentapDeviceInfo",
+    &Marnock::SetTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of setting zentap device.",
+    kSetDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &SetDevice<&Store::SetTrustedZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<TrustedZentapDeviceGetRequest> kGetTrusted{
-    "KT::Marnock::GetTrustedZentapDeviceInfo", &Marnock::GetTrustedZentapDeviceInfo,
-    "[KTData] Received the request event of getting zentap device.", kGetDevice, kDeviceParcels, kReplyCapacityBytes,
-    &GetDevice<&Store::GetTrustedZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::GetTrustedZentapDeviceInfo",
+    &Marnock::GetTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of getting zentap device.",
+    kGetDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &GetDevice<&Store::GetTrustedZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<TrustedZentapDeviceGetListRequest> kGetTrustedList{
-    "KT::Marnock::GetTrustedZentapDeviceInfoList", &Marnock::GetTrustedZentapDeviceInfoList,
-    "[KTData] Received the request event of getting zentap device list.", kGetDeviceList, kDeviceListParcels,
-    kTrustedListReplyCapacityBytes, &GetDeviceList<&Store::GetTrustedZentapDeviceInfoList>, &LogListResult};
+    "KT::Marnock::GetTrustedZentapDeviceInfoList",
+    &Marnock::GetTrustedZentapDeviceInfoList,
+    "[KTData] Received the request event of getting zentap device list.",
+    kGetDeviceList,
+    kDeviceListParcels,
+    kTrustedListReplyCapacityBytes,
+    &GetDeviceList<&Store::GetTrustedZentapDeviceInfoList>,
+    &LogListResult};
 
 inline constexpr RequestRow<TrustedZentapDeviceDeleteRequest> kDeleteTrusted{
-    "KT::Marnock::DeleteTrustedZentapDeviceInfo", &Marnock::DeleteTrustedZentapDeviceInfo,
-    "[KTData] Received the request event of deleting zentap device.", kDeleteDevice, kDeviceParcels,
-    kReplyCapacityBytes, &DeleteDevice<&Store::DeleteTrustedZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::DeleteTrustedZentapDeviceInfo",
+    &Marnock::DeleteTrustedZentapDeviceInfo,
+    "[KTData] Received the request event of deleting zentap device.",
+    kDeleteDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &DeleteDevice<&Store::DeleteTrustedZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<CurrZentapDeviceSetRequest> kSetCurrent{
-    "KT::Marnock::SetCurrZentapDeviceInfo", &Marnock::SetCurrZentapDeviceInfo,
-    "[KTData] Received the request event of setting curr zentap device.", kSetDevice, kDeviceParcels,
-    kReplyCapacityBytes, &SetDevice<&Store::SetCurrZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::SetCurrZentapDeviceInfo",
+    &Marnock::SetCurrZentapDeviceInfo,
+    "[KTData] Received the request event of setting curr zentap device.",
+    kSetDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &SetDevice<&Store::SetCurrZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<CurrZentapDeviceGetRequest> kGetCurrent{
-    "KT::Marnock::GetCurrZentapDeviceInfo", &Marnock::GetCurrZentapDeviceInfo,
-    "[KTData] Received the request event of getting curr zentap device.", kGetDevice, kDeviceParcels,
-    kReplyCapacityBytes, &GetDevice<&Store::GetCurrZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::GetCurrZentapDeviceInfo",
+    &Marnock::GetCurrZentapDeviceInfo,
+    "[KTData] Received the request event of getting curr zentap device.",
+    kGetDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &GetDevice<&Store::GetCurrZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<CurrZentapDeviceGetListRequest> kGetCurrentList{
-    "KT::Marnock::GetCurrZentapDeviceInfoList", &Marnock::GetCurrZentapDeviceInfoList,
-    "[KTData] Received the request event of getting curr zentap device list.", kGetDeviceList, kDeviceListParcels,
-    kCurrentListReplyCapacityBytes, &GetDeviceList<&Store::GetCurrZentapDeviceInfoList>, &LogListResult};
+    "KT::Marnock::GetCurrZentapDeviceInfoList",
+    &Marnock::GetCurrZentapDeviceInfoList,
+    "[KTData] Received the request event of getting curr zentap device list.",
+    kGetDeviceList,
+    kDeviceListParcels,
+    kCurrentListReplyCapacityBytes,
+    &GetDeviceList<&Store::GetCurrZentapDeviceInfoList>,
+    &LogListResult};
 
 inline constexpr RequestRow<CurrZentapDeviceDeleteRequest> kDeleteCurrent{
-    "KT::Marnock::DeleteCurrZentapDeviceInfo", &Marnock::DeleteCurrZentapDeviceInfo,
-    "[KTData] Received the request event of deleting curr zentap device.", kDeleteDevice, kDeviceParcels,
-    kReplyCapacityBytes, &DeleteDevice<&Store::DeleteCurrZentapDeviceInfo>, &LogDeviceResult};
+    "KT::Marnock::DeleteCurrZentapDeviceInfo",
+    &Marnock::DeleteCurrZentapDeviceInfo,
+    "[KTData] Received the request event of deleting curr zentap device.",
+    kDeleteDevice,
+    kDeviceParcels,
+    kReplyCapacityBytes,
+    &DeleteDevice<&Store::DeleteCurrZentapDeviceInfo>,
+    &LogDeviceResult};
 
 inline constexpr RequestRow<PeerSumSetRequest> kSetPeerDevice{
-    "KT::Marnock::SetPeerDevice", &Marnock::SetPeerDevice,
-    "[KTData] Received the request event of setting peer device.", kSetPeer, kPeerParcels, kReplyCapacityBytes,
-    &SetPeer, &LogPeerResult};
+    "KT::Marnock::SetPeerDevice",
+    &Marnock::SetPeerDevice,
+    "[KTData] Received the request event of setting peer device.",
+    kSetPeer,
+    kPeerParcels,
+    kReplyCapacityBytes,
+    &SetPeer,
+    &LogPeerResult};
 
 inline constexpr RequestRow<PeerSumGetRequest> kGetPeerDevice{
-    "KT::Marnock::GetPeerDevice", &Marnock::GetPeerDevice,
-    "[KTData] Received the request event of getting peer device.", kGetPeer, kPeerParcels, kReplyCapacityBytes,
-    &GetPeer, &LogPeerRead};
+    "KT::Marnock::GetPeerDevice",
+    &Marnock::GetPeerDevice,
+    "[KTData] Received the request event of getting peer device.",
+    kGetPeer,
+    kPeerParcels,
+    kReplyCapacityBytes,
+    &GetPeer,
+    &LogPeerRead};
 
 inline constexpr RequestRow<PeerSumDeleteRequest> kDeletePeerDevice{
-    "KT::Marnock::DeletePeerDevice", &Marnock::DeletePeerDevice,
-    "[KTData] Received the request event of deleting peer device.", kDeletePeer, kPeerParcels, kReplyCapacityBytes,
-    &DeletePeer, &LogPeerResult};
+    "KT::Marnock::DeletePeerDevice",
+    &Marnock::DeletePeerDevice,
+    "[KTData] Received the request event of deleting peer device.",
+    kDeletePeer,
+    kPeerParcels,
+    kReplyCapacityBytes,
+    &DeletePeer,
+    &LogPeerResult};
 
 // In the order of their codes, which is the order of registration.
 inline constexpr auto kRequestTable =

@@ -34,9 +34,8 @@ class RepetitionCheck {
 Json ParseJson(const std::string& text) {
   try {
     RepetitionCheck check;
-    return Json::parse(text, [&check](int depth, Json::parse_event_t event, Json& parsed) {
-      return check(depth, event, parsed);
-    });
+    return Json::parse(
+        text, [&check](int depth, Json::parse_event_t event, Json& parsed) { return check(depth, event, parsed); });
   } catch (const Json::exception& error) {  // a number beyond a double's range is not a parse_error
     throw std::runtime_error(std::string("not JSON: ") + error.what());
   }

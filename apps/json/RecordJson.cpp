@@ -42,12 +42,12 @@ bool Fits(const Json& value) {
   }
   const auto number = value.get<std::int64_t>();
   return number >= std::int64_t{std::numeric_limits<Integer>::min()} &&
-         (std::is_same_v<Integer, std::int64_t> || number <= static_cast<std::int64_t>(std::numeric_limits<Integer>::max()));
+         (std::is_same_v<Integer, std::int64_t> ||
+          number <= static_cast<std::int64_t>(std::numeric_limits<Integer>::max()));
 }
 
 template <class Integer>
-  requires std::is_integral_v<Integer>
-std::string Read(const Json& value, Integer& field) {
+requires std::is_integral_v<Integer> std::string Read(const Json& value, Integer& field) {
   if (!value.is_number_integer() || !Fits<Integer>(value)) return "an integer from " + RangeOf<Integer>();
   field = value.get<Integer>();
   return {};
@@ -73,13 +73,16 @@ std::string Parse(const std::string& text, std::string& field) {
 }
 
 template <class Integer>
-  requires std::is_integral_v<Integer>
-std::string Parse(const std::string& text, Integer& field) {
+requires std::is_integral_v<Integer> std::string Parse(const std::string& text, Integer& field) {
   Integer number{};
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return "an integer from " + RangeOf<Integer>();
   field = number;
   return {};
+}
+
+[[noreturn]] void Refuse(const std::string& place, const std::string& expected, const std::string& found) {
+  throw std::runtime_error(place + ": expected " + expected + ", found " + found);
 }
 
 }  // namespace
@@ -110,7 +113,7 @@ void ReadRecord(const Json& object, const std::string& place, Record& record) {
       throw std::runtime_error(place + ": unknown field \"" + ToTerminalText(name) + "\"");
     }
     if (!expected.empty()) {
-      throw std::runtime_error(place + "." + name + ": expected " + expected + ", found " + Found(value));
+      Refuse(place + "." + name, expected, Found(value));
     }
   }
 }
@@ -122,7 +125,7 @@ void SetField(Record& record, const std::string& name, const std::string& text) 
     throw std::runtime_error("unknown field \"" + ToTerminalText(name) + "\"");
   }
   if (!expected.empty()) {
-    throw std::runtime_error(name + ": expected " + expected + ", found \"" + ToTerminalText(text) + "\"");
+    Refuse(name, expected, "\"" + ToTerminalText(text) + "\"");
   }
 }
 

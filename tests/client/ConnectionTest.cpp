@@ -51,9 +51,8 @@ TEST_F(Connection, AHubThatComesLateIsFound) {
 TEST_F(Connection, AHubThatGoesWhileACallWaitsEndsTheCall) {
   StartHub();
   std::thread stopper;
-  StartService(0xc4000a, [&](IPCMessageClient&, const TagIPCMessageItem&) {
-    stopper = std::thread([this] { StopHub(); });
-  });
+  StartService(0xc4000a,
+               [&](IPCMessageClient&, const TagIPCMessageItem&) { stopper = std::thread([this] { StopHub(); }); });
   KT::RegistryClient client(Options());
   const auto outcome = client.GetPeerDevice("u");
   stopper.join();

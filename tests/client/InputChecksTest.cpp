@@ -15,8 +15,7 @@ TEST(KeyCheck, RefusesAnEmptyKey) {
 }
 
 TEST(KeyCheck, RefusesASingleQuoteAndSaysWhere) {
-  EXPECT_EQ(KT::WhyNotAKey("UDID", "it's"),
-            "UDID holds a single quote at byte 2: the store cannot look such a key up");
+  EXPECT_EQ(KT::WhyNotAKey("UDID", "it's"), "UDID holds a single quote at byte 2: the store cannot look such a key up");
 }
 
 TEST(KeyCheck, RefusesANulAndSaysWhere) {

@@ -146,9 +146,10 @@ TEST_F(Calls, AnAnswerFromAnotherClientIsIgnored) {
   IPCMessageClient forger(IPCMessageClient::kAnyClientId, false, false, pipeName);
   ASSERT_TRUE(forger.WaitUntilConnected(std::chrono::seconds(10)));
   StartService(0xc4000a, [&forger](IPCMessageClient& answering, const TagIPCMessageItem& request) {
-    Reply(forger, request, std::string("\x06\x00"
-                                       "forged\0\0\0\0",
-                                       12));
+    Reply(forger, request,
+          std::string("\x06\x00"
+                      "forged\0\0\0\0",
+                      12));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     Reply(answering, request, std::string("\x04\x00real\0\0\0\0", 10));
   });

@@ -70,8 +70,8 @@ TEST(DataStreamArray, Of25001IsLoggedAndReturnedUnread) {
   EXPECT_EQ(in.stream.ReadUtf8StringArray(texts), 25001U);
   EXPECT_EQ(texts, Strings{"a"});
   EXPECT_EQ(in.Rest(), Hex("0100 61"));
-  EXPECT_EQ(log.Lines(), (std::vector<std::string>{
-                             "4 readPrimitiveTypes int32_t :25001(cohesa::DataStream::ReadUtf8StringArray)"}));
+  EXPECT_EQ(log.Lines(),
+            (std::vector<std::string>{"4 readPrimitiveTypes int32_t :25001(cohesa::DataStream::ReadUtf8StringArray)"}));
 }
 
 TEST(DataStreamArray, OfTheLargestCountIsReturnedAsItIs) {

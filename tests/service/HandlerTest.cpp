@@ -238,8 +238,7 @@ TEST_F(Handlers, AStoreWithoutATableAnswersFailureCodes) {
 TEST_F(Handlers, ASaveThatFailsIsStillAnsweredWithSuccess) {
   std::filesystem::create_directories(profile.NativeFile("PeerDeviceInfo1G12NJ9DS39D.db"));
   EXPECT_EQ(Ask(SetPeer("p", "s")).result, 0);
-  EXPECT_TRUE(Logged(
-      "4 [KTData] Save database filed:unable to open database file(KT::DbEngine::SaveDbIntoDisk)"));
+  EXPECT_TRUE(Logged("4 [KTData] Save database filed:unable to open database file(KT::DbEngine::SaveDbIntoDisk)"));
 }
 
 }  // namespace

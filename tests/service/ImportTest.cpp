@@ -68,8 +68,7 @@ class Import : public support::ServiceFixture {
   Configuration configuration;
 };
 
-const char* const kStarted =
-    "3 [KTData] Get zentap devices from registry.(KT::Marnock::GetDeviceFromRegistry)";
+const char* const kStarted = "3 [KTData] Get zentap devices from registry.(KT::Marnock::GetDeviceFromRegistry)";
 const char* const kNoCurrent = "4 [KTData] Get current zentap devices failed.(KT::Marnock::GetCurrDevice)";
 const char* const kNoTrusted = "4 [KTData] Get trusted zentap devices failed.(KT::Marnock::GetTrustedDevice)";
 
@@ -157,13 +156,11 @@ TEST_F(Import, StoreFailuresAreLoggedUnderTheStoresName) {
   configuration.trusted = std::vector{Device("a")};
   KT::ImportDevicesAtStartup(*service);
   const Lines lines = log.Take();
-  const auto logged = [&lines](const char* line) {
-    return std::find(lines.begin(), lines.end(), line) != lines.end();
-  };
+  const auto logged = [&lines](const char* line) { return std::find(lines.begin(), lines.end(), line) != lines.end(); };
   EXPECT_TRUE(logged(
       "4 [KTData] Set curr zentap device list info failed.(KT::DevicePersistence::SetCurrZentapDeviceInfoList)"));
-  EXPECT_TRUE(logged(
-      "4 [KTData] Set zentap device list info failed.(KT::DevicePersistence::SetTrustedZentapDeviceInfoList)"));
+  EXPECT_TRUE(
+      logged("4 [KTData] Set zentap device list info failed.(KT::DevicePersistence::SetTrustedZentapDeviceInfoList)"));
 }
 
 }  // namespace

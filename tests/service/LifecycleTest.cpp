@@ -94,10 +94,11 @@ TEST_F(Lifecycle, CallbacksAreRemovedBeforeTheStoreIsSaved) {
   Stop();
   ASSERT_FALSE(system.Calls().empty());
   EXPECT_EQ(system.Calls().front(), "callbacks removed");
-  EXPECT_EQ(log.Take(), (Lines{"3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)",
-                               "3 [KTData] Save zentap database into disk.(KT::TrustedZentapDbEngine::SaveZentapDbIntoDisk)",
-                               "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)",
-                               "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)"}));
+  EXPECT_EQ(log.Take(),
+            (Lines{"3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)",
+                   "3 [KTData] Save zentap database into disk.(KT::TrustedZentapDbEngine::SaveZentapDbIntoDisk)",
+                   "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)",
+                   "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)"}));
   EXPECT_TRUE(std::filesystem::exists(profile.NativeFile("PeerDeviceInfo1G12NJ9DS39D.db")));
   EXPECT_TRUE(std::filesystem::exists(profile.NativeFile("CurrentZentapDeviceInfo1G12NJ9DS39D.db")));
   EXPECT_TRUE(std::filesystem::exists(profile.NativeFile("TrustedZentapDeviceInfo2G12NJ9DS39D.db")));

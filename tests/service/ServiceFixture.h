@@ -50,8 +50,8 @@ class ServiceFixture : public ::testing::Test {
   template <class Message>
   static Message Decode(std::string payload) {
     Message message;
-    message.Deserialize(std::make_shared<KT::MessageParcel>(
-        static_cast<std::uint32_t>(payload.size()), reinterpret_cast<std::uint8_t*>(payload.data()), false));
+    message.Deserialize(std::make_shared<KT::MessageParcel>(static_cast<std::uint32_t>(payload.size()),
+                                                            reinterpret_cast<std::uint8_t*>(payload.data()), false));
     return message;
   }
 
@@ -64,7 +64,8 @@ class ServiceFixture : public ::testing::Test {
     ipc.posted.clear();
     Deliver(Request::kCode, Encode(request));
     EXPECT_EQ(ipc.posted.size(), 1U);
-    return ipc.posted.empty() ? typename Request::Response() : Decode<typename Request::Response>(ipc.posted[0].payload);
+    return ipc.posted.empty() ? typename Request::Response()
+                              : Decode<typename Request::Response>(ipc.posted[0].payload);
   }
 
   // Destroys the service and, with Start, makes another on the same files.

@@ -4,8 +4,8 @@
 #include <system_error>
 #include <thread>
 
-#include "tests/platform/ipc/IpcTest.h"
 #include "platform/ipc/Limits.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/platform/ipc/TestFrame.h"
 #include "platform/ipc/PipeTransport.h"
 #include "platform/text/WideText.h"
+#include "tests/platform/ipc/TestFrame.h"
 
 int main(int count, char** arguments) {
   if (count != 3) {

@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/ipc/IPCMessageClient.h"
+#include "platform/ipc/IPCMessageHub.h"
 #include "tests/platform/ipc/IpcTestSystem.h"
 #include "tests/platform/ipc/RawPeer.h"
 #include "tests/platform/ipc/TestFrame.h"
-#include "platform/ipc/IPCMessageClient.h"
-#include "platform/ipc/IPCMessageHub.h"
 
 // Tries until `condition` holds; false when it does not within kPatience.
 bool Eventually(const std::function<bool()>& condition);

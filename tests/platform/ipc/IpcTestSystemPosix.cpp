@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "tests/platform/ipc/IpcTestSystem.h"
 #include "platform/text/WideText.h"
+#include "tests/platform/ipc/IpcTestSystem.h"
 
 PrivatePipes::PrivatePipes() : root_("/tmp/marnock-XXXXXX") {  // short: a socket's path has 107 bytes
   if (::mkdtemp(root_.data()) == nullptr) {

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "tests/platform/ipc/TestFrame.h"
 #include "platform/ipc/PipeTransport.h"
+#include "tests/platform/ipc/TestFrame.h"
 
 inline constexpr std::chrono::seconds kPatience{10};
 

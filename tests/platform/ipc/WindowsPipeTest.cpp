@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/ipc/IpcTest.h"
 #include "platform/ipc/PipeSecurity.h"
+#include "tests/platform/ipc/IpcTest.h"
 
 namespace {
 

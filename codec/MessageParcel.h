@@ -30,7 +30,8 @@ class MessageParcel {
 
   // Each write records its result: the bytes it accounts for, or -1. A string records 1 when its bytes did not fit, so
   // that only integers make the data size negative. Clients in use rely on that difference.
-  void WriteString(std::string text) { WriteText(text); }  // NOLINT(performance-unnecessary-value-param): as in use
+  // By value, as callers of the suite's interface expect it. NOLINTNEXTLINE(performance-unnecessary-value-param)
+  void WriteString(std::string text) { WriteText(text); }
   // WriteString without its copy.
   void WriteText(const std::string& text) {
     if (stream_ != nullptr) Record(stream_->WriteUtf8String(text));

@@ -72,6 +72,7 @@ std::string FieldLines(const Record& record) {
     width = std::max(width, cell.name.size());
   }
   std::vector<std::string> lines;
+  lines.reserve(cells.size());
   for (const Cell& cell : cells) {
     lines.push_back(Padded(cell.name, width) + "  " + cell.text);
   }
@@ -82,6 +83,7 @@ template <class Record>
 std::string Table(const std::vector<Record>& records) {
   const std::vector<Cell> defaults = Cells(Record{});
   std::vector<std::vector<Cell>> rows;
+  rows.reserve(records.size());
   for (const Record& record : records) {
     rows.push_back(Cells(record));
   }

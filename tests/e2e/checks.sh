@@ -54,4 +54,16 @@ next_log_line() { echo $(($(wc -l < "$log") + 1)); }
 # rows FILE SQL: what the sqlite3 tool reads from a database file of the host.
 rows() { sqlite3 "$store/$1" "$2"; }
 
+# The numbers that `e2e_client count` stored lie between the last one answered and the last one sent. Each call of it
+# starts with numbers above those of the call before.
+check_counters() { # check_counters WHEN FILE
+  local name answered sent stored
+  while read -r name answered sent; do
+    stored=$(rows "$peers" "SELECT sumId FROM PEER_DEVICE WHERE udId = '$name'")
+    if [ "${stored:-0}" -lt "$answered" ] || [ "${stored:-0}" -gt "$sent" ]; then
+      fault "$1: $name in the file" "$answered to $sent" "${stored:-no row}"
+    fi
+  done < "$2"
+}
+
 microseconds() { echo "${EPOCHREALTIME//[.,]/}"; }

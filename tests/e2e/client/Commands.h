@@ -8,9 +8,9 @@ namespace e2e {
 // time. Every request must get exactly one answer, the right one. Loads that run at once need different numbers.
 int Load(int first, int clients, int requests);
 
-// Each of `clients` connections sets a peer of its own to 1, 2, 3 and so on until the host goes away, and prints
-// "<udId> <last number answered> <last number sent>".
-int CountUntilLost(int clients);
+// Each of `clients` connections sets a peer of its own to `first`, `first` + 1 and so on until the host goes away, and
+// prints "<udId> <last number answered, or 0> <last number sent>". 1 when no connection got an answer.
+int CountUntilLost(int clients, int first);
 
 // `connections` at once, of which no more than `places` find room: those stay until that many are there. Each sends one
 // request in the end.

@@ -48,6 +48,24 @@ Tally LoadAs(int number, int requests) {
   return client.Result();
 }
 
+std::string CounterName(int number) { return "counter-" + std::to_string(number); }
+
+Tally CountAs(const std::string& udId, int first) {
+  PipelinedClient client(kWindow);
+  if (client.Connect(kConnectPatience)) {
+    const std::string done = Encode(KT::PeerSumSetResponse{});
+    const auto judge = [done](const std::string& payload) {
+      return payload == done ? std::string() : std::string("not done");
+    };
+    KT::PeerSumSetRequest request;
+    request.udId = udId;
+    do {
+      request.sumId = std::to_string(first++);
+    } while (client.Send(KT::PeerSumSetRequest::kCode, Encode(request), judge));
+  }
+  return client.Result();
+}
+
 Tally Sum(const std::vector<Tally>& tallies) {
   Tally total;
   for (const Tally& tally : tallies) {
@@ -77,30 +95,16 @@ int Load(int first, int clients, int requests) {
   return total.right == static_cast<std::size_t>(requests) && total.wrong == 0 ? 0 : 1;
 }
 
-int CountUntilLost(int clients) {
-  std::vector<std::string> lines(static_cast<std::size_t>(clients));
-  std::vector<Tally> tallies(lines.size());
-  RunOnThreads(clients, [&](int number) {
-    PipelinedClient client(kWindow);
-    KT::PeerSumSetRequest request;
-    request.udId = "counter-" + std::to_string(number);
-    if (client.Connect(kConnectPatience)) {
-      const std::string done = Encode(KT::PeerSumSetResponse{});
-      const auto judge = [done](const std::string& payload) {
-        return payload == done ? std::string() : std::string("not done");
-      };
-      int next = 1;
-      do {
-        request.sumId = std::to_string(next++);
-      } while (client.Send(KT::PeerSumSetRequest::kCode, Encode(request), judge));
-    }
-    Tally& tally = tallies[static_cast<std::size_t>(number)] = client.Result();
+int CountUntilLost(int clients, int first) {
+  std::vector<Tally> tallies(static_cast<std::size_t>(clients));
+  RunOnThreads(clients,
+               [&](int number) { tallies[static_cast<std::size_t>(number)] = CountAs(CounterName(number), first); });
+  for (int number = 0; number < clients; ++number) {
     // One client's requests are answered in order, so that as many answers came as numbers were stored.
-    lines[static_cast<std::size_t>(number)] =
-        request.udId + " " + std::to_string(tally.answered) + " " + std::to_string(tally.sent);
-  });
-  for (const std::string& line : lines) {
-    std::cout << line << '\n';
+    const Tally& tally = tallies[static_cast<std::size_t>(number)];
+    const auto before = static_cast<std::size_t>(first) - 1;
+    std::cout << CounterName(number) << ' ' << (tally.answered == 0 ? 0 : before + tally.answered) << ' '
+              << before + tally.sent << '\n';
   }
   const Tally total = Sum(tallies);
   std::cerr << total.firstFault;

@@ -14,12 +14,13 @@ int Run(int count, char** arguments) {
   };
   const auto number = [&](int place) { return static_cast<int>(std::strtol(arguments[place], nullptr, 0)); };
   if (is("load", 3)) return e2e::Load(number(2), number(3), number(4));
-  if (is("count", 1)) return e2e::CountUntilLost(number(2));
+  if (is("count", 2)) return e2e::CountUntilLost(number(2), number(3));
   if (is("crowd", 2)) return e2e::Crowd(number(2), number(3));
   if (is("idle", 0)) return e2e::Idle();
   if (is("send", 2)) return e2e::Send(number(2), arguments[3]);
-  std::cerr << "usage: e2e_client load FIRST CLIENTS REQUESTS | count CLIENTS | crowd CONNECTIONS PLACES | idle | "
-               "send CODE HEX\n";
+  std::cerr
+      << "usage: e2e_client load FIRST CLIENTS REQUESTS | count CLIENTS FIRST | crowd CONNECTIONS PLACES | idle | "
+         "send CODE HEX\n";
   return 2;
 }
 

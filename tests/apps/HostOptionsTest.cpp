@@ -30,6 +30,13 @@ TEST(HostOptions, WithoutArgumentsNothingIsNamed) {
   ASSERT_TRUE(parsed.options.has_value());
   EXPECT_EQ(parsed.options->logFile, "");
   EXPECT_EQ(parsed.options->importFile, "");
+  EXPECT_TRUE(parsed.options->recover);
+}
+
+TEST(HostOptions, MendingCanBeLeftOut) {
+  const Parsed parsed = Parse({"--no-recover"});
+  ASSERT_TRUE(parsed.options.has_value()) << parsed.err;
+  EXPECT_FALSE(parsed.options->recover);
 }
 
 TEST(HostOptions, FilesAreTakenAsTheyAre) {

@@ -35,14 +35,16 @@ class KeysAsSql : public EngineTest {
   }
 
   Outcome Query(const std::string& udId) {
-    Outcome outcome{.value = "untouched"};
+    Outcome outcome;
+    outcome.value = "untouched";
     outcome.succeeded = peers_.QueryPeerDevice(udId, outcome.value);
     outcome.failure = Failure("4 [KTData] Get peer device failed:", "(KT::PeerDeviceDbEngine::QueryPeerDevice)");
     return outcome;
   }
 
   Outcome Delete(const std::string& udId) {
-    Outcome outcome{.succeeded = peers_.DeletePeerDevice(udId)};
+    Outcome outcome;
+    outcome.succeeded = peers_.DeletePeerDevice(udId);
     outcome.failure = Failure("4 [KTData] Delete database item filed:", "(KT::PeerDeviceDbEngine::DeletePeerDevice)");
     return outcome;
   }

@@ -17,9 +17,8 @@ class VfsFile {
  public:
   VfsFile(sqlite3_vfs* vfs, const std::string& name)
       : name_(sqlite3_create_filename(name.c_str(), "", "", 0, nullptr), &sqlite3_free_filename),
-        memory_(static_cast<std::size_t>(vfs->szOsFile) / sizeof(std::max_align_t) + 1) {
-    result_ = vfs->xOpen(vfs, name_.get(), File(), SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_READWRITE, &flags_);
-  }
+        memory_(static_cast<std::size_t>(vfs->szOsFile) / sizeof(std::max_align_t) + 1),
+        result_(vfs->xOpen(vfs, name_.get(), File(), SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_READWRITE, &flags_)) {}
   VfsFile(const VfsFile&) = delete;
   VfsFile& operator=(const VfsFile&) = delete;
   ~VfsFile() {

@@ -81,8 +81,9 @@ requires std::is_integral_v<Integer> std::string Parse(const std::string& text, 
   return {};
 }
 
-[[noreturn]] void Refuse(const std::string& place, const std::string& expected, const std::string& found) {
-  throw std::runtime_error(place + ": expected " + expected + ", found " + found);
+[[noreturn]] void Refuse(const std::string& place, const std::string& name, const std::string& expected,
+                         const std::string& found) {
+  throw std::runtime_error(place + name + ": expected " + expected + ", found " + found);
 }
 
 }  // namespace
@@ -113,7 +114,7 @@ void ReadRecord(const Json& object, const std::string& place, Record& record) {
       throw std::runtime_error(place + ": unknown field \"" + ToTerminalText(name) + "\"");
     }
     if (!expected.empty()) {
-      Refuse(place + "." + name, expected, Found(value));
+      Refuse(place + ".", name, expected, Found(value));
     }
   }
 }
@@ -125,7 +126,7 @@ void SetField(Record& record, const std::string& name, const std::string& text) 
     throw std::runtime_error("unknown field \"" + ToTerminalText(name) + "\"");
   }
   if (!expected.empty()) {
-    Refuse(name, expected, "\"" + ToTerminalText(text) + "\"");
+    Refuse("", name, expected, "\"" + ToTerminalText(text) + "\"");
   }
 }
 

@@ -23,8 +23,8 @@ struct FoundDatabase {
 };
 
 struct Finding {
-  const StoreFile* file;  // never null
-  std::wstring path;      // Windows path of the database file, FILE below
+  const StoreFile* file = nullptr;  // never null in what Inspect returns
+  std::wstring path;                // Windows path of the database file, FILE below
   FoundDatabase
       database;  // FILE: as it stands beside a fresh journal or none, beside another as SQLite would roll it back
   JournalKind journal = JournalKind::None;  // FILE-journal

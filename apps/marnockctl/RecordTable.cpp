@@ -1,10 +1,10 @@
 #include "apps/marnockctl/RecordTable.h"
 
-#include <algorithm>
 #include <type_traits>
 #include <utility>
 
 #include "apps/json/ByteText.h"
+#include "apps/marnockctl/TextTable.h"
 #include "codec/DeviceFieldVisitors.h"
 
 namespace KT {
@@ -28,66 +28,34 @@ std::vector<Cell> Cells(const Record& record) {
   return cells;
 }
 
-// How many characters a terminal shows for UTF-8 text, wide and combining ones aside.
-std::size_t Width(const std::string& text) {
-  return static_cast<std::size_t>(std::count_if(
-      text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
-
-std::string Padded(const std::string& text, std::size_t width) {
-  return text + std::string(width - std::min(width, Width(text)), ' ');
-}
-
-std::string WithoutTrailingBlanks(std::string line) {
-  line.erase(line.find_last_not_of(' ') + 1);
-  return line;
-}
-
-// Adds one column to the lines of a table.
-void AppendColumn(std::vector<std::string>& lines, const std::vector<std::string>& cells) {
-  std::size_t width = 0;
-  for (const std::string& cell : cells) {
-    width = std::max(width, Width(cell));
-  }
-  for (std::size_t row = 0; row < cells.size(); ++row) {
-    lines[row] += (lines[row].empty() ? "" : "  ") + Padded(cells[row], width);
-  }
-}
-
-std::string Joined(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) {
-    text += (text.empty() ? "" : "\n") + WithoutTrailingBlanks(line);
-  }
-  return text;
-}
-
 }  // namespace
 
 template <class Record>
 std::string FieldLines(const Record& record) {
-  const std::vector<Cell> cells = Cells(record);
-  std::size_t width = 0;
-  for (const Cell& cell : cells) {
-    width = std::max(width, cell.name.size());
+  std::vector<std::string> names;
+  std::vector<std::string> texts;
+  for (const Cell& cell : Cells(record)) {
+    names.push_back(cell.name);
+    texts.push_back(cell.text);
   }
-  std::vector<std::string> lines;
-  lines.reserve(cells.size());
-  for (const Cell& cell : cells) {
-    lines.push_back(Padded(cell.name, width) + "  " + cell.text);
-  }
-  return Joined(lines);
+  TextTable table;
+  table.AddColumn(names);
+  table.AddColumn(texts);
+  return table.Text();
 }
 
 template <class Record>
 std::string Table(const std::vector<Record>& records) {
+  if (records.empty()) {
+    return {};
+  }
   const std::vector<Cell> defaults = Cells(Record{});
   std::vector<std::vector<Cell>> rows;
   rows.reserve(records.size());
   for (const Record& record : records) {
     rows.push_back(Cells(record));
   }
-  std::vector<std::string> lines(records.empty() ? 0 : records.size() + 1);
+  TextTable table;
   for (std::size_t column = 0; column < defaults.size(); ++column) {
     std::vector<std::string> cells{defaults[column].name};
     bool telling = false;
@@ -96,10 +64,10 @@ std::string Table(const std::vector<Record>& records) {
       telling = telling || row[column].text != defaults[column].text;
     }
     if (telling) {
-      AppendColumn(lines, cells);
+      table.AddColumn(cells);
     }
   }
-  return Joined(lines);
+  return table.Text();
 }
 
 template std::string FieldLines(const BluetoothDeviceSummary&);

@@ -15,6 +15,7 @@
 #include "platform/program/RunProgram.h"
 #include "platform/program/StandardStreams.h"
 #include "platform/program/WholeInput.h"
+#include "tests/platform/program/PrintHardening.h"
 #include "tests/platform/program/SendSignal.h"
 
 namespace {
@@ -92,6 +93,11 @@ int CopyInput(std::size_t limitBytes) try {
   return 1;
 }
 
+int Harden(const std::string& folder) {
+  testing_support::PrintHardening(folder);
+  return 0;
+}
+
 int WriteLog() {
   platform::LogProgress("f", "first\n\xC3\xA9");
   platform::LogFailure("f", "second");
@@ -107,6 +113,7 @@ int main(int argc, char** argv) {
       {"arguments", [&] { return PrintArguments(arguments); }},
       {"copy", [&] { return CopyInput(std::stoul(arguments.at(2))); }},
       {"log", [] { return WriteLog(); }},
+      {"harden", [&] { return Harden(arguments.at(2)); }},
       {"interrupt", [] { return RunUntil([](platform::StopSignal&) { SendInterrupt(); }, 0); }},
       {"terminate", [] { return RunUntil([](platform::StopSignal&) { SendTerminate(); }, 0); }},
       {"hang-up", [] { return RunUntil([](platform::StopSignal&) { SendHangUp(); }, 0); }},

@@ -6,6 +6,7 @@
 #include "codec/MessageParcel.h"
 #include "codec/PayloadLimits.h"
 #include "codec/messages/EncodedSize.h"
+#include "platform/ipc/Limits.h"
 
 namespace KT {
 
@@ -119,6 +120,16 @@ CallOutcome<PeerSumDeleteResponse> RegistryClient::DeletePeerDevice(const std::s
   PeerSumDeleteRequest request;
   request.udId = udId;
   return Call(std::move(request));
+}
+
+CallOutcome<HostStatusResponse> RegistryClient::GetHostStatus() {
+  CallOutcome<HostStatusResponse> outcome;
+  RequestExchange::Answer answer = exchange_.Run(platform::ipc::kHubId, platform::ipc::kStatusCode, {}, timeout_);
+  outcome.status = answer.status;
+  outcome.ipcStatus = answer.ipcStatus;
+  outcome.explanation = std::move(answer.explanation);
+  outcome.response.document = std::move(answer.payload);
+  return outcome;
 }
 
 }  // namespace KT

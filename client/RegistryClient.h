@@ -25,6 +25,12 @@ struct CallOutcome {
   bool Succeeded() const { return status == CallStatus::Answered && response.result == kResultSuccess; }
 };
 
+// The host's answer to a request for its status. The hub gives it or refuses; it has no failure codes of its own.
+struct HostStatusResponse {
+  int result = kResultSuccess;
+  std::string document;  // JSON, docs/status.md
+};
+
 struct RegistryClientOptions {
   std::wstring pipeName = kPipeName;
   std::string pkgName = "marnock-client";    // who asks: logged by the service and echoed in most answers
@@ -66,6 +72,10 @@ class RegistryClient {
   // An unknown udId is answered with result 0 and an empty sumId.
   CallOutcome<PeerSumGetResponse> GetPeerDevice(const std::string& udId);
   CallOutcome<PeerSumDeleteResponse> DeletePeerDevice(const std::string& udId);
+
+  // How the host is doing. Answered by its hub, so also while the service is busy; refused with IpcStatus::NoCallback
+  // by a hub that offers no status.
+  CallOutcome<HostStatusResponse> GetHostStatus();
 
  private:
   // Puts the package name and, where there is one, the key into `request` and sends it.

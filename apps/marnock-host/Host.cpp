@@ -6,6 +6,8 @@
 
 #include "apps/marnock-host/ImportFile.h"
 #include "apps/marnock-host/ImportGuard.h"
+#include "apps/marnock-host/StatusDocument.h"
+#include "apps/marnock-host/UnsavedChangeWarning.h"
 #include "apps/recovery/StoreRepair.h"
 #include "codec/Protocol.h"
 #include "host/Utils.h"
@@ -15,6 +17,7 @@
 #include "platform/logging/QxLogger.h"
 #include "platform/text/PlenixBase.h"
 #include "service/Marnock.h"
+#include "service/ServiceStatus.h"
 
 namespace KT {
 
@@ -60,6 +63,13 @@ bool Recover(std::ostream& err) {
   return !refusal.has_value();
 }
 
+void OfferStatus(IPCMessageHub& hub, const Marnock& service) {
+  hub.SetStatusProvider([&hub, &service, start = std::chrono::steady_clock::now()] {
+    const auto uptime = std::chrono::floor<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
+    return StatusDocument(uptime, hub.Counters(), GetServiceStatus(service));
+  });
+}
+
 int Serve(const HostOptions& options, platform::StopSignal& stop, std::ostream& out, std::ostream& err) {
   const std::string pipe = PlenixBase::UnicodeToUTF8(kPipeName);
   IPCMessageHub hub(kPipeName);
@@ -72,9 +82,11 @@ int Serve(const HostOptions& options, platform::StopSignal& stop, std::ostream& 
   }
   Marnock& service = Marnock::GetInstance();
   service.Init();
+  ObserveUnsavedChanges(service, &WarnOfUnsavedChange);
   if (!options.importFile.empty()) {
     Import(service, err);
   }
+  OfferStatus(hub, service);
   hub.Start();
   const bool ready = service.WaitUntilConnected(kServiceConnectTimeout);
   if (ready) {

@@ -92,6 +92,8 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
   AddDeviceCommands<TrustedFamily>(app, "trusted", "the devices that the user has trusted", command);
   AddDeviceCommands<CurrentFamily>(app, "current", "the devices that are connected now", command);
   AddPeerCommands(app, command);
+  AddCommand(&app, "status", "how the host is doing: uptime, connections, requests, saves", command,
+             std::make_shared<HostStatus>());
 
   arguments.erase(arguments.begin());
   std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back

@@ -47,12 +47,15 @@ struct PeerDelete {
   std::string udId;
 };
 
+struct HostStatus {};
+
 struct TrustedFamily;
 struct CurrentFamily;
 
-using Command = std::variant<DeviceSet<TrustedFamily>, DeviceGet<TrustedFamily>, DeviceList<TrustedFamily>,
-                             DeviceDelete<TrustedFamily>, DeviceSet<CurrentFamily>, DeviceGet<CurrentFamily>,
-                             DeviceList<CurrentFamily>, DeviceDelete<CurrentFamily>, PeerSet, PeerGet, PeerDelete>;
+using Command =
+    std::variant<DeviceSet<TrustedFamily>, DeviceGet<TrustedFamily>, DeviceList<TrustedFamily>,
+                 DeviceDelete<TrustedFamily>, DeviceSet<CurrentFamily>, DeviceGet<CurrentFamily>,
+                 DeviceList<CurrentFamily>, DeviceDelete<CurrentFamily>, PeerSet, PeerGet, PeerDelete, HostStatus>;
 
 struct Invocation {
   GlobalOptions options;

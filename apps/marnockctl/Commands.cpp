@@ -6,6 +6,7 @@
 #include "apps/marnockctl/DeviceCommands.h"
 #include "apps/marnockctl/PeerCommands.h"
 #include "apps/marnockctl/Reporter.h"
+#include "apps/marnockctl/StatusCommand.h"
 #include "client/RegistryClient.h"
 
 namespace KT {

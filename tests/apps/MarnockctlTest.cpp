@@ -149,6 +149,55 @@ TEST_F(Marnockctl, SaysThatAPeerWasNotFound) {
   EXPECT_EQ(err, "marnockctl: no peer has the udId \"nobody\"\n");
 }
 
+std::string StatusOfAHost(int failedSaves) {
+  return R"({"uptimeSeconds":59,"connections":{"now":1,"most":1,"refused":0,"cutOff":0},"framesRouted":0,)"
+         R"("saves":{"peer":{"saved":3,"failedSinceLastSaved":)" +
+         std::to_string(failedSaves) + R"(}},"requests":[]})";
+}
+
+TEST_F(Marnockctl, ShowsTheHostsStatus) {
+  StartHub([] { return StatusOfAHost(0); });
+  EXPECT_EQ(Tool({"status"}), ExitStatus::Done);
+  EXPECT_EQ(out,
+            "up             0d 00:00:59\n"
+            "connections    1 now, 1 at most, 0 refused, 0 cut off\n"
+            "frames routed  0\n"
+            "\n"
+            "table  saved  failed since\n"
+            "peer       3             0\n"
+            "\n"
+            "request  received  0  -4996  -4999  unanswered\n");
+  EXPECT_EQ(err, "");
+  EXPECT_EQ(Tool({"--json", "status"}), ExitStatus::Done);
+  EXPECT_EQ(out, StatusOfAHost(0) + "\n");
+}
+
+TEST_F(Marnockctl, WarnsOfWhatIsNotOnTheDisk) {
+  StartHub([] { return StatusOfAHost(2); });
+  EXPECT_EQ(Tool({"--json", "status"}), ExitStatus::Done);
+  EXPECT_EQ(out, StatusOfAHost(2) + "\n");
+  EXPECT_EQ(err,
+            "marnockctl: changes of the peer table may not be on the disk: its last save failed; the host's log says "
+            "why\n");
+}
+
+TEST_F(Marnockctl, EndsWithoutAnAnswerWhereTheHostHasNoStatusOrIsNotThere) {
+  EXPECT_EQ(Tool({"status"}), ExitStatus::NoAnswer);
+  StartHub();
+  EXPECT_EQ(Tool({"status"}), ExitStatus::NoAnswer);
+  EXPECT_EQ(out, "");
+}
+
+TEST_F(Marnockctl, DoesNotTrustTheStatusToBeWhatItShouldBe) {
+  for (const char* document : {"no JSON", "{}", "[1]", "{\"uptimeSeconds\":-1}"}) {
+    StartHub([document] { return std::string(document); });
+    EXPECT_EQ(Tool({"status"}), ExitStatus::ServiceFailed) << document;
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(err.find("marnockctl: the host's status cannot be read: "), 0U) << err;
+    StopHub();
+  }
+}
+
 TEST_F(Marnockctl, PassesOnFailuresOfTheService) {
   Serve(0xc40001, "\x03\0pkg"s + kMinus4999);
   Serve(0xc40002, "\x03\0pkg"s + kMinus4996 + TrustedRecord(""));

@@ -9,8 +9,9 @@ ClientFixture::~ClientFixture() {
   StopHub();
 }
 
-void ClientFixture::StartHub() {
+void ClientFixture::StartHub(std::function<std::string()> status) {
   hub = std::make_unique<IPCMessageHub>(pipeName);
+  hub->SetStatusProvider(std::move(status));
   ASSERT_TRUE(hub->Claim());
   hub->Start();
 }

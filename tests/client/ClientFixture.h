@@ -26,7 +26,8 @@ class ClientFixture : public ::testing::Test {
 
   ~ClientFixture() override;
 
-  void StartHub();
+  // With `status` as the hub's provider where it is not empty.
+  void StartHub(std::function<std::string()> status = {});
   void StopHub();
 
   // A client with the service's id that calls `answer` for requests of `code`.

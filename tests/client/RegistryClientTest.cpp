@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <thread>
 
 #include "tests/client/ClientFixture.h"
@@ -176,6 +177,42 @@ TEST_F(Calls, OfManyThreadsAreEachAnsweredOnce) {
     thread.join();
   }
   EXPECT_EQ(Requests().size(), 200U);
+}
+
+using HostStatus = support::ClientFixture;
+
+TEST_F(HostStatus, IsTheHubsDocument) {
+  StartHub([] { return std::string("{\"a\":1}"); });
+  KT::RegistryClient client(Options());
+  const auto outcome = client.GetHostStatus();
+  EXPECT_TRUE(outcome.Succeeded());
+  EXPECT_EQ(outcome.response.document, "{\"a\":1}");
+  EXPECT_EQ(outcome.explanation, "");
+}
+
+TEST_F(HostStatus, IsRefusedByAHubThatOffersNone) {
+  StartHub();
+  KT::RegistryClient client(Options());
+  const auto outcome = client.GetHostStatus();
+  EXPECT_EQ(outcome.status, CallStatus::Refused);
+  EXPECT_EQ(outcome.ipcStatus, IpcStatus::NoCallback);
+  EXPECT_FALSE(outcome.Succeeded());
+}
+
+TEST_F(HostStatus, ComesWhileTheServiceIsBusy) {
+  StartHub([] { return std::string("status"); });
+  std::promise<void> release;
+  StartService(0xc4000a,
+               [held = release.get_future().share()](IPCMessageClient&, const TagIPCMessageItem&) { held.wait(); });
+  std::thread stuck([this] { KT::RegistryClient(Options()).GetPeerDevice("u"); });
+  while (Requests().empty()) {
+    std::this_thread::yield();
+  }
+  KT::RegistryClient client(Options());
+  EXPECT_EQ(client.GetHostStatus().response.document, "status");
+  release.set_value();
+  StopHub();  // ends the call that gets no answer
+  stuck.join();
 }
 
 }  // namespace

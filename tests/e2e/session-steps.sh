@@ -229,6 +229,7 @@ step 0 'done' ctl peer set u2 s3 <<'LOG'
 3 [KTData] Received the request event of setting peer device.(KT::Marnock::SetPeerDevice)
 3 [KTData] Delete peer device.(KT::PeerDeviceDbEngine::DeletePeerDevice)
 4 [KTData] Save database filed:unable to open database file(KT::DbEngine::SaveDbIntoDisk)
+4 A change of the peer table is answered with 0 and is not on the disk; saves failed since the last good one: 1(KT::WarnOfUnsavedChange)
 3 [KTData] udId:u2, result:0(KT::Marnock::SetPeerDevice)
 LOG
 rmdir "$store/$peers"

@@ -13,7 +13,8 @@ namespace KT {
 
 namespace {
 
-// How many of SQLite's virtual machine's steps pass between two looks at the time; some 20 us of them.
+// How many of SQLite's virtual machine's steps pass between two looks at the time, and before the first, from which it
+// counts: some 20 us of them. Most statements are done by then.
 constexpr int kStepsPerCheck = 1000;
 
 char Lower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
@@ -21,11 +22,13 @@ char Lower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<ch
 int CountWord(std::string_view text, std::string_view lowerCaseWord) {
   const auto same = [](char letter, char wanted) { return Lower(letter) == wanted; };
   int count = 0;
-  for (auto at = text.begin();; ++at, ++count) {
-    at = std::search(at, text.end(), lowerCaseWord.begin(), lowerCaseWord.end(), same);
-    if (at == text.end()) {
+  for (;; ++count) {
+    const auto found = static_cast<std::size_t>(
+        std::search(text.begin(), text.end(), lowerCaseWord.begin(), lowerCaseWord.end(), same) - text.begin());
+    if (found == text.size()) {
       return count;
     }
+    text.remove_prefix(found + 1);
   }
 }
 
@@ -47,8 +50,7 @@ std::string TextFor(const char* verb, const std::string& tableName, const std::s
 KeyedStatementGuard::KeyedStatementGuard(SQLite::Database& database, const std::string& tableName)
     : connection_(database.getHandle()),
       tableName_(tableName),
-      previousValueBytes_(sqlite3_limit(connection_, SQLITE_LIMIT_LENGTH, kKeyedStatementValueBytes)),
-      end_(platform::ThreadProcessorTime() + kKeyedStatementTime) {
+      previousValueBytes_(sqlite3_limit(connection_, SQLITE_LIMIT_LENGTH, kKeyedStatementValueBytes)) {
   sqlite3_set_authorizer(connection_, &Authorize, this);
   sqlite3_progress_handler(connection_, kStepsPerCheck, &CheckTime, this);
 }
@@ -59,14 +61,14 @@ KeyedStatementGuard::~KeyedStatementGuard() {
   sqlite3_limit(connection_, SQLITE_LIMIT_LENGTH, previousValueBytes_);
 }
 
-int KeyedStatementGuard::Authorize(void* guard, int action, const char* object, const char*, const char*, const char*) {
+int KeyedStatementGuard::Authorize(void* self, int action, const char* object, const char*, const char*, const char*) {
   switch (action) {
     case SQLITE_SELECT:
     case SQLITE_RECURSIVE:
       return SQLITE_OK;
     case SQLITE_READ:
     case SQLITE_DELETE:
-      return sqlite3_stricmp(object, static_cast<const KeyedStatementGuard*>(guard)->tableName_.c_str()) == 0
+      return sqlite3_stricmp(object, static_cast<const KeyedStatementGuard*>(self)->tableName_.c_str()) == 0
                  ? SQLITE_OK
                  : SQLITE_DENY;
     default:
@@ -74,8 +76,13 @@ int KeyedStatementGuard::Authorize(void* guard, int action, const char* object, 
   }
 }
 
-int KeyedStatementGuard::CheckTime(void* guard) {
-  return platform::ThreadProcessorTime() >= static_cast<const KeyedStatementGuard*>(guard)->end_ ? 1 : 0;
+int KeyedStatementGuard::CheckTime(void* self) {
+  auto& end = static_cast<KeyedStatementGuard*>(self)->end_;
+  const std::chrono::nanoseconds now = platform::ThreadProcessorTime();
+  if (!end.has_value()) {
+    end = now + kKeyedStatementTime;
+  }
+  return now >= *end ? 1 : 0;
 }
 
 KeyedStatement::KeyedStatement(SQLite::Database& database, const char* verb, const std::string& tableName,

@@ -4,6 +4,7 @@
 #include <SQLiteCpp/Statement.h>
 
 #include <chrono>
+#include <optional>
 #include <string>
 
 struct sqlite3;
@@ -22,9 +23,10 @@ inline constexpr int kMostSelectsInAKey = 2;                          // referen
 
 // In force on a connection as long as it lives, one at a time. What runs meanwhile may read and delete the rows of one
 // table and nothing else: no other table, no SQL function, no pragma. It fails with SQLITE_INTERRUPT when its time is
-// over, counted from here, and with SQLITE_TOOBIG at a value that is too large.
+// over and with SQLITE_TOOBIG at a value that is too large.
 class KeyedStatementGuard {
  public:
+  // Both must outlive it.
   KeyedStatementGuard(SQLite::Database& database, const std::string& tableName);
   ~KeyedStatementGuard();
 
@@ -32,20 +34,21 @@ class KeyedStatementGuard {
   KeyedStatementGuard& operator=(const KeyedStatementGuard&) = delete;
 
  private:
-  static int Authorize(void* guard, int action, const char* object, const char* column, const char* database,
+  static int Authorize(void* self, int action, const char* object, const char* column, const char* database,
                        const char* trigger);
-  static int CheckTime(void* guard);
+  static int CheckTime(void* self);
 
   sqlite3* const connection_;
-  const std::string tableName_;
+  const std::string& tableName_;
   const int previousValueBytes_;
-  const std::chrono::nanoseconds end_;
+  std::optional<std::chrono::nanoseconds> end_;  // once there is reason to look at the time
 };
 
 class KeyedStatement {
  public:
   // Prepares `verb` (SELECT * FROM or DELETE FROM, a blank at its end), the table, " WHERE ", the column, " = '", the
-  // key and "';". Only the first statement of that text is ever run. Throws SQLite::Exception.
+  // key and "';". Only the first statement of that text is ever run. `database` and `tableName` must outlive it. Throws
+  // SQLite::Exception.
   KeyedStatement(SQLite::Database& database, const char* verb, const std::string& tableName, const std::string& column,
                  const std::string& key);
 

@@ -97,7 +97,7 @@ bool IsUtf8(std::string_view text) { return utf8::is_valid(text.begin(), text.en
 std::size_t EncodedBytes(const Frame& frame) { return kFrameHeaderBytes + frame.name.size() + frame.payload.size(); }
 
 void AppendFrame(const Frame& frame, std::vector<char>& out) {
-  std::array<char, kFrameHeaderBytes> header;
+  std::array<char, kFrameHeaderBytes> header{};
   Store<4>(static_cast<std::uint32_t>(EncodedBytes(frame) - kLengthFieldBytes), header.data());
   StoreInt(frame.receiver, header.data() + kReceiverAt);
   StoreInt(frame.sender, header.data() + kSenderAt);

@@ -138,16 +138,16 @@ void AddGetCurrent(ComparisonSuite& suite) {
 void AddGetTrusted(ComparisonSuite& suite) {
   KT::TrustedZentapDeviceGetResponse message;
   message.pkgName = kPackage;
-  message.info = SampleDevice(1);
+  message.info = SampleTrustedDevice(1);
   AddMessage(suite, "24-field record", message, PlainGetTrusted{message.pkgName, message.result, message.info},
              KT::kReplyCapacityBytes, kRecordAims);
 }
 
-template <class Message, class Plain>
-void AddList(ComparisonSuite& suite, const std::string& what) {
+template <class Message, class Plain, class Record>
+void AddList(ComparisonSuite& suite, const std::string& what, Record (*sample)(int number)) {
   Message message;
   message.pkgName = kPackage;
-  for (int i = 0; i < kListLength; ++i) message.list.push_back(SampleDevice(i));
+  for (int i = 0; i < kListLength; ++i) message.list.push_back(sample(i));
   message.count = kListLength;
   AddMessage(suite, what, message, Plain{message.pkgName, message.count, message.list, message.result}, kLargestParcel,
              kListAims);
@@ -159,8 +159,9 @@ void AddRecords(ComparisonSuite& suite) {
   AddSetCurrent(suite);
   AddGetCurrent(suite);
   AddGetTrusted(suite);
-  AddList<KT::CurrZentapDeviceGetListResponse, PlainCurrentList>(suite, "list of 20 with 31 fields");
-  AddList<KT::TrustedZentapDeviceGetListResponse, PlainTrustedList>(suite, "list of 20 with 24 fields");
+  AddList<KT::CurrZentapDeviceGetListResponse, PlainCurrentList>(suite, "list of 20 with 31 fields", SampleDevice);
+  AddList<KT::TrustedZentapDeviceGetListResponse, PlainTrustedList>(suite, "list of 20 with 24 fields",
+                                                                    SampleTrustedDevice);
 }
 
 }  // namespace bench

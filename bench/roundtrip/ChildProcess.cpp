@@ -1,14 +1,14 @@
 #include "bench/roundtrip/ChildProcess.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <ctime>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -27,9 +27,10 @@ double Read(clockid_t clock) {
   return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
 }
 
-pid_t Spawn(const std::vector<std::string>& arguments, int output) {
+pid_t Spawn(std::vector<std::string> arguments, int output) {
   std::vector<char*> words;
-  for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+  words.reserve(arguments.size() + 1);
+  for (std::string& argument : arguments) words.push_back(argument.data());
   words.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   Require(posix_spawn_file_actions_init(&actions), "posix_spawn");

@@ -44,7 +44,7 @@ RatioRow MeasureCurrent(int rows) {
 RatioRow MeasureTrusted(int rows) {
   KT::TrustedZentapDbEngine engine;
   return Measure("trustedZentapDeviceInfo", rows, [&](int i) {
-    const BluetoothDeviceSummary device = SampleDevice(i);
+    const BluetoothDeviceSummary device = SampleTrustedDevice(i);
     engine.AddZentapDeviceInfo(SampleKey(i), device);
     return RowBytes(SampleKey(i), device);
   });

@@ -30,6 +30,10 @@ Value SampleValue(int number) {
   return SampleDevice(number);
 }
 template <>
+BluetoothDeviceSummary SampleValue<BluetoothDeviceSummary>(int number) {
+  return SampleTrustedDevice(number);
+}
+template <>
 std::string SampleValue<std::string>(int number) {
   return SampleKey(-number - 1);
 }
@@ -152,7 +156,7 @@ std::vector<RatioRow> CompareTable(const StoreFolders& folders, int rows) {
   for (int round = 0; round < Rounds(rows); ++round) {
     const int number = round * 7 % rows;
     const std::string key = SampleKey(number);
-    const Value value = SampleValue<Value>(number);
+    const auto value = SampleValue<Value>(number);
     if (round % 2 == 0) Measure(store, key, value, measured);
     Measure(plain, key, value, baseline);
     if (round % 2 != 0) Measure(store, key, value, measured);

@@ -14,7 +14,7 @@ std::string Print(const char* format, double value) {
   return text.data();
 }
 
-std::string Padded(std::string text, std::size_t width, bool toTheRight = false) {
+std::string Padded(const std::string& text, std::size_t width, bool toTheRight = false) {
   const std::size_t blanks = width > text.size() ? width - text.size() : 0;
   return toTheRight ? std::string(blanks, ' ') + text : text + std::string(blanks, ' ');
 }

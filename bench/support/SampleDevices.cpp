@@ -62,4 +62,10 @@ CurrZentapDeviceInfo SampleDevice(int number) {
   return device;
 }
 
+BluetoothDeviceSummary SampleTrustedDevice(int number) {
+  BluetoothDeviceSummary device;
+  FillSummary(static_cast<unsigned>(number), device);
+  return device;
+}
+
 }  // namespace bench

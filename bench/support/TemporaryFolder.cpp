@@ -19,7 +19,7 @@ TemporaryFolder::~TemporaryFolder() {
 std::string UseMachineIn(const TemporaryFolder& folder) {
   setenv("MARNOCK_ROOT", folder.Path().c_str(), 1);
   setenv("MARNOCK_CONSOLE_USER", "BENCH\\bench", 1);
-  const std::string store = folder.Path() + "/C/Users/bench/Orvnta/DeviceMgr";
+  std::string store = folder.Path() + "/C/Users/bench/Orvnta/DeviceMgr";
   std::filesystem::create_directories(store);
   return store;
 }

@@ -5,7 +5,7 @@
 namespace platform {
 
 namespace {
-// The seam's one place for a stand-in. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+// The seam's one place for a stand-in.
 std::atomic<OperatingSystem*> g_replacement{nullptr};
 }  // namespace
 

@@ -22,7 +22,7 @@ namespace platform {
 namespace {
 
 // A plain number on purpose: it needs no destructor when a thread ends. As the last error of Windows, it is the
-// thread's. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+// thread's.
 thread_local Dword t_lastError = 0;
 
 bool Fail(Dword error) {

@@ -51,7 +51,7 @@ QxLogger::~QxLogger() = default;
 QxLogger& QxLogger::GetInstance() {
   // Never destroyed, so that destructors of static objects may log in any order; nothing is lost by it, as every line
   // has been flushed.
-  static QxLogger* const logger = new QxLogger;
+  static auto* const logger = new QxLogger;
   return *logger;
 }
 

@@ -18,7 +18,7 @@ using platform::ipc::HubCore;
 
 class IPCMessageHub::Impl {
  public:
-  Impl(const std::wstring& pipeName, const HubLimits& limits) : pipeName_(pipeName), core_(context_, limits) {}
+  Impl(std::wstring pipeName, const HubLimits& limits) : pipeName_(std::move(pipeName)), core_(context_, limits) {}
 
   bool Claim() {
     address_ = platform::ipc::ResolvePipe(pipeName_);

@@ -30,8 +30,8 @@ class Token {
     ::GetTokenInformation(handle_, TokenUser, nullptr, 0, &size);
     std::vector<char> user(size);
     LPWSTR text = nullptr;
-    if (!::GetTokenInformation(handle_, TokenUser, user.data(), size, &size) ||
-        !::ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text)) {
+    if (::GetTokenInformation(handle_, TokenUser, user.data(), size, &size) == FALSE ||
+        ::ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text) == FALSE) {
       ThrowLastError("the SID of the pipe's user");
     }
     std::wstring sid(text);

@@ -91,7 +91,7 @@ void NamedPipeListener::Accept(Handler handler) {
       [this, handler = std::move(handler)](const std::error_code& error, std::size_t) { OnConnected(error, handler); });
   const BOOL connected = ::ConnectNamedPipe(instance_.native_handle(), waiting.get());
   const DWORD reason = ::GetLastError();
-  if (connected || reason == ERROR_PIPE_CONNECTED) {
+  if (connected != FALSE || reason == ERROR_PIPE_CONNECTED) {
     waiting.complete({}, 0);
   } else if (reason == ERROR_IO_PENDING) {
     waiting.release();
@@ -164,7 +164,7 @@ bool IsBusy(const std::error_code& error) { return error.value() == ERROR_PIPE_B
 
 std::uint64_t PeerProcess(Stream& stream) {
   ULONG process = 0;
-  return ::GetNamedPipeClientProcessId(stream.native_handle(), &process) ? process : 0;
+  return ::GetNamedPipeClientProcessId(stream.native_handle(), &process) != FALSE ? process : 0;
 }
 
 std::uint64_t OwnProcess() { return ::GetCurrentProcessId(); }

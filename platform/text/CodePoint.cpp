@@ -43,7 +43,7 @@ char32_t TakeMultibyte(unsigned char lead, std::string_view& utf8) {
     const auto byte = static_cast<unsigned char>(utf8.front());
     if (byte < first || byte > last) return kReplacementCharacter;
     utf8.remove_prefix(1);
-    value = (value << 6) | (byte & 0x3Fu);
+    value = (value << 6) | (byte & 0x3FU);
     first = 0x80;
     last = 0xBF;
   }

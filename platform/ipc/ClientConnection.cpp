@@ -164,7 +164,7 @@ void ClientConnection::HandleBuffered(const LinkPointer& link) {
       return;
     }
     if (parsed.state != FrameState::Complete) {
-      LogFailure("IPCMessageClient::Read", kBadFrameFromHub, FaultText(parsed.state));
+      LogFailure("IPCMessageClient::Read", kHubConnection, FaultText(parsed.state));
       Disconnect();
       return;
     }
@@ -193,10 +193,9 @@ bool ClientConnection::Take(const Frame& frame) {
 }
 
 bool ClientConnection::TakeHelloAnswer(const Frame& frame) {
-  if (frame.status != 0 || frame.code != kHelloCode || frame.sender != kHubId || frame.receiver <= kHubId) {
-    if (!std::exchange(refusalLogged_, true)) {
-      LogFailure("IPCMessageClient::SayHello", kRefusedByHub, frame.status);
-    }
+  const bool isAnswer = frame.code == kHelloCode && frame.sender == kHubId;
+  if (!isAnswer || frame.status != 0 || frame.receiver <= kHubId) {
+    LogRefusal(isAnswer && frame.status != 0 ? frame.status : 0);
     return false;
   }
   {
@@ -208,6 +207,19 @@ bool ClientConnection::TakeHelloAnswer(const Frame& frame) {
   refusalLogged_ = false;
   Observe(true);
   return true;
+}
+
+// Once for all attempts until one succeeds.
+void ClientConnection::LogRefusal(int status) {
+  constexpr const char* kFunction = "IPCMessageClient::SayHello";
+  if (std::exchange(refusalLogged_, true)) {
+    return;
+  }
+  if (status != 0) {
+    LogFailure(kFunction, kRefusedByHub, status);
+  } else {
+    LogFailure(kFunction, kHubConnection, kNoHelloAnswer);
+  }
 }
 
 void ClientConnection::Deliver(const Frame& frame) {

@@ -57,6 +57,7 @@ class ClientConnection {
   bool MustPause();
   bool Take(const Frame& frame);
   bool TakeHelloAnswer(const Frame& frame);
+  void LogRefusal(int status);
   void Deliver(const Frame& frame);
   void Observe(bool connected);
 

@@ -32,7 +32,8 @@ inline constexpr const char* kNoStatusDocument = "No status document: ";
 inline constexpr const char* kCallbackThrew = "Exception from the IPC callback for code ";
 inline constexpr const char* kObserverThrew = "Exception from the IPC connection observer: ";
 inline constexpr const char* kRefusedByHub = "The IPC hub refused this client with status ";
-inline constexpr const char* kBadFrameFromHub = "IPC connection to the hub closed";
+inline constexpr const char* kHubConnection = "IPC connection to the hub";
+inline constexpr const char* kNoHelloAnswer = " closed: its first frame is no answer to a hello";
 inline constexpr const char* kClientThreadFailure = "IPC client failure: ";
 
 // A malformed frame's fault, as the end of a line.

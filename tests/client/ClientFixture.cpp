@@ -22,13 +22,15 @@ void ClientFixture::StartService(int code, Answer answer) {
   if (service == nullptr) {
     service = std::make_unique<IPCMessageClient>(KT::kServiceClientId, false, false, pipeName);
   }
-  service->RegisterMessageCallback(code, [this, answer = std::move(answer)](TagIPCMessageItem& item) {
-    {
-      const std::lock_guard lock(mutex_);
-      requests_.push_back({item.code, std::string(item.payload, static_cast<std::size_t>(item.length))});
-    }
-    answer(*service, item);
-  });
+  // The client itself, since the callback may still run while the fixture gives up its pointer.
+  service->RegisterMessageCallback(
+      code, [this, &client = *service, answer = std::move(answer)](TagIPCMessageItem& item) {
+        {
+          const std::lock_guard lock(mutex_);
+          requests_.push_back({item.code, std::string(item.payload, static_cast<std::size_t>(item.length))});
+        }
+        answer(client, item);
+      });
   ASSERT_TRUE(service->WaitUntilConnected(std::chrono::seconds(10)));
 }
 

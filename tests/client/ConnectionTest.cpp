@@ -1,6 +1,7 @@
 // Absent, late, full and vanishing hubs, as the typed client meets them.
 #include <gtest/gtest.h>
 
+#include <future>
 #include <thread>
 
 #include "tests/client/ClientFixture.h"
@@ -50,9 +51,12 @@ TEST_F(Connection, AHubThatComesLateIsFound) {
 
 TEST_F(Connection, AHubThatGoesWhileACallWaitsEndsTheCall) {
   StartHub();
-  std::thread stopper;
-  StartService(0xc4000a,
-               [&](IPCMessageClient&, const TagIPCMessageItem&) { stopper = std::thread([this] { StopHub(); }); });
+  std::promise<void> asked;
+  std::thread stopper([this, &asked] {
+    asked.get_future().wait();
+    StopHub();
+  });
+  StartService(0xc4000a, [&asked](IPCMessageClient&, const TagIPCMessageItem&) { asked.set_value(); });
   KT::RegistryClient client(Options());
   const auto outcome = client.GetPeerDevice("u");
   stopper.join();

@@ -159,11 +159,14 @@ TEST_F(Client, AnswersARequestThatHasNoCallback) {
 TEST_F(Client, DropsWhatHasNoCallbackAndExpectsNoAnswer) {
   SendToClient(8, -1);
   SendToClient(-1, -1);
-  peer_->Send({.receiver = 5, .code = 8, .replyCode = 42, .status = 2});
-  EXPECT_TRUE(Post(1, "x"));
-  const auto frame = peer_->Receive();
-  ASSERT_TRUE(frame);
-  EXPECT_EQ(frame->payload, "x");
+  SendToClient(8, 42);
+  EXPECT_EQ(peer_->Receive(), Status(6, 5, 42, 2));  // to the last of them
+}
+
+TEST_F(Client, NeverAnswersAStatus) {
+  peer_->Send({.receiver = 5, .code = 8, .replyCode = 41, .status = 2});
+  SendToClient(8, 42);
+  EXPECT_EQ(peer_->Receive(), Status(6, 5, 42, 2));
 }
 
 TEST_F(Client, HandsStatusesToTheCallbackThatWaitsForTheAnswer) {

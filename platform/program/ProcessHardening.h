@@ -9,8 +9,8 @@ namespace platform {
 // folders are made for their owner alone, 0600 and 0700, whatever the caller's umask was.
 //
 // Windows: DLLs that are loaded from here on come from the program's own folder and the system's, never from the
-// current directory or the PATH, and the standard streams are passed on to no other program. All other handles that this
-// project opens are not inheritable in the first place.
+// current directory or the PATH, and the standard streams are passed on to no other program. All other handles that
+// this project opens are not inheritable in the first place.
 //
 // Throws std::system_error where the system refuses: a host that cannot be hardened had better not start.
 void HardenProcess();

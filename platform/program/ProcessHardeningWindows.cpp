@@ -12,7 +12,8 @@ namespace {
 void SearchDllsInSafePlacesOnly() {
   // The empty folder takes the current directory out of the search of old-style LoadLibrary calls as well.
   if (SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS) == FALSE || SetDllDirectoryW(L"") == FALSE) {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "restricting the search for DLLs");
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                            "restricting the search for DLLs");
   }
 }
 

@@ -14,7 +14,8 @@ namespace KT {
 namespace {
 
 // How many of SQLite's virtual machine's steps pass between two looks at the time, and before the first, from which it
-// counts: some 20 us of them. Most statements are done by then.
+// counts: some 20 us of them. Most statements are done by then. Not more, since one step can build a value of 1 MiB: a
+// thousand of those are as much memory as should be taken between two looks.
 constexpr int kStepsPerCheck = 1000;
 
 char Lower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }

@@ -55,7 +55,9 @@ class KeyedStatement {
   SQLite::Statement& Sql() { return statement_; }
 
  private:
-  KeyedStatementGuard guard_;  // outlives the statement, which SQLite may prepare anew
+  // For a key with a quote only, since it costs as much as finding a row. Outlives the statement, which SQLite may
+  // prepare anew.
+  std::optional<KeyedStatementGuard> guard_;
   SQLite::Statement statement_;
 };
 

@@ -115,6 +115,24 @@ TEST_F(HubLifecycle, StopAcceptingLetsNoNewConnectionIn) {
   EXPECT_FALSE(client.WaitUntilConnected(milliseconds(100)));
 }
 
+TEST_F(HubLifecycle, StopAcceptingReadsNothingMoreFromOtherProcesses) {
+  StartHub();
+  IPCMessageClient service(kServiceId, false, false, pipeName_);
+  std::atomic<int> served = 0;
+  service.RegisterMessageCallback(8, [&](TagIPCMessageItem&) { ++served; });
+  ASSERT_TRUE(service.WaitUntilConnected(kPatience));
+  std::thread foreign([&] { StatusForForeignHello(pipeName_, -1, kServiceId); });
+  EXPECT_TRUE(Eventually([&] { return served > 20; }));
+  hub_->StopAccepting();
+  std::this_thread::sleep_for(milliseconds(50));  // for what was read before
+  const int before = served;
+  std::this_thread::sleep_for(milliseconds(50));
+  EXPECT_EQ(served, before);
+  service.StopDelivery();
+  hub_->Stop();
+  foreign.join();
+}
+
 TEST_F(HubLifecycle, AnOrderlyStopAnswersTheRequestThatIsBeingServed) {
   StartHub();
   IPCMessageClient service(kServiceId, false, false, pipeName_);

@@ -18,5 +18,6 @@ class PrivatePipes {
   std::string root_;  // POSIX: the machine root
 };
 
-// Says hello to the hub from a process of its own, asking for `wantedId`; the status of the answer.
-int StatusForForeignHello(const std::wstring& pipeName, int wantedId);
+// Says hello to the hub from a process of its own, asking for `wantedId`; the status of the answer. If `floodedId` is
+// not 0, that process then sends requests with the code 8 to it until the hub ends its connection.
+int StatusForForeignHello(const std::wstring& pipeName, int wantedId, int floodedId = 0);

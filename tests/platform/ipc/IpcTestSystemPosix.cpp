@@ -26,12 +26,13 @@ std::wstring PrivatePipes::NewName() {
   return L"\\\\.\\Pipe\\MarnockTest" + std::to_wstring(++count);
 }
 
-int StatusForForeignHello(const std::wstring& pipeName, int wantedId) {
+int StatusForForeignHello(const std::wstring& pipeName, int wantedId, int floodedId) {
   const std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "ipc_foreign_peer";
   std::string name = platform::ToUtf8(pipeName);
   std::string id = std::to_string(wantedId);
+  std::string flooded = std::to_string(floodedId);
   std::string title = program;
-  char* const arguments[] = {title.data(), name.data(), id.data(), nullptr};
+  char* const arguments[] = {title.data(), name.data(), id.data(), floodedId == 0 ? nullptr : flooded.data(), nullptr};
   pid_t process = 0;
   if (::posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ) != 0) {
     throw std::runtime_error("cannot start " + program);

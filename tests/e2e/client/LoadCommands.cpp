@@ -50,19 +50,16 @@ Tally LoadAs(int number, int requests) {
 
 std::string CounterName(int number) { return "counter-" + std::to_string(number); }
 
-Tally CountAs(const std::string& udId, int first) {
-  PipelinedClient client(kWindow);
-  if (client.Connect(kConnectPatience)) {
-    const std::string done = Encode(KT::PeerSumSetResponse{});
-    const auto judge = [done](const std::string& payload) {
-      return payload == done ? std::string() : std::string("not done");
-    };
-    KT::PeerSumSetRequest request;
-    request.udId = udId;
-    do {
-      request.sumId = std::to_string(first++);
-    } while (client.Send(KT::PeerSumSetRequest::kCode, Encode(request), judge));
-  }
+Tally Count(PipelinedClient& client, const std::string& udId, int first) {
+  const std::string done = Encode(KT::PeerSumSetResponse{});
+  const auto judge = [done](const std::string& payload) {
+    return payload == done ? std::string() : std::string("not done");
+  };
+  KT::PeerSumSetRequest request;
+  request.udId = udId;
+  do {
+    request.sumId = std::to_string(first++);
+  } while (client.Send(KT::PeerSumSetRequest::kCode, Encode(request), judge));
   return client.Result();
 }
 

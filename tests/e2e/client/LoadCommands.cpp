@@ -93,9 +93,21 @@ int Load(int first, int clients, int requests) {
 }
 
 int CountUntilLost(int clients, int first) {
+  // All connect before the first one sends: one that came too late for a host that is about to end would wait for the
+  // next one.
+  std::vector<std::unique_ptr<PipelinedClient>> connected(static_cast<std::size_t>(clients));
+  for (auto& client : connected) {
+    client = std::make_unique<PipelinedClient>(kWindow);
+    if (!client->Connect(kConnectPatience)) {
+      std::cerr << "no host\n";
+      return 1;
+    }
+  }
   std::vector<Tally> tallies(static_cast<std::size_t>(clients));
-  RunOnThreads(clients,
-               [&](int number) { tallies[static_cast<std::size_t>(number)] = CountAs(CounterName(number), first); });
+  RunOnThreads(clients, [&](int number) {
+    const auto index = static_cast<std::size_t>(number);
+    tallies[index] = Count(*connected[index], CounterName(number), first);
+  });
   for (int number = 0; number < clients; ++number) {
     // One client's requests are answered in order, so that as many answers came as numbers were stored.
     const Tally& tally = tallies[static_cast<std::size_t>(number)];

@@ -33,12 +33,10 @@ int CountWord(std::string_view text, std::string_view lowerCaseWord) {
   }
 }
 
-bool BringsSql(const std::string& key) { return key.find('\'') != std::string::npos; }
-
 // SQLite writes out each reference to a named subquery, and to that one's subqueries in turn, before it runs anything:
 // some hundred bytes of SQL can ask for more memory than there is, and no budget of running statements sees it.
 void CheckSelects(const std::string& key) {
-  if (BringsSql(key) && CountWord(key, "select") + CountWord(key, "values") > kMostSelectsInAKey) {
+  if (key.find('\'') != std::string::npos && CountWord(key, "select") + CountWord(key, "values") > kMostSelectsInAKey) {
     throw SQLite::Exception("too many subqueries in a key");
   }
 }
@@ -90,7 +88,6 @@ int KeyedStatementGuard::CheckTime(void* self) {
 
 KeyedStatement::KeyedStatement(SQLite::Database& database, const char* verb, const std::string& tableName,
                                const std::string& column, const std::string& key)
-    : guard_(BringsSql(key) ? std::make_optional<KeyedStatementGuard>(database, tableName) : std::nullopt),
-      statement_(database, TextFor(verb, tableName, column, key)) {}
+    : guard_(database, tableName), statement_(database, TextFor(verb, tableName, column, key)) {}
 
 }  // namespace KT

@@ -55,9 +55,7 @@ class KeyedStatement {
   SQLite::Statement& Sql() { return statement_; }
 
  private:
-  // For a key with a quote only, since it costs as much as finding a row. Outlives the statement, which SQLite may
-  // prepare anew.
-  std::optional<KeyedStatementGuard> guard_;
+  KeyedStatementGuard guard_;  // outlives the statement, which SQLite may prepare anew
   SQLite::Statement statement_;
 };
 

@@ -2,9 +2,9 @@
 # otherwise tools/fetch-deps.sh unpacks Debian's packages into MARNOCK_DEPS, for both targets alike.
 set(MARNOCK_DEPS "${CMAKE_SOURCE_DIR}/build/deps" CACHE PATH "Where tools/fetch-deps.sh unpacks the libraries")
 
-# The durability promise rests on these (docs/durability.md); a packaged SQLite must be built with the first one too.
+# A packaged SQLite must be built with the first one too.
 set(MARNOCK_SQLITE_OPTIONS
-  SQLITE_DEFAULT_SYNCHRONOUS=3   # else a power cut can bring a deleted journal back and undo an acknowledged save
+  SQLITE_DEFAULT_SYNCHRONOUS=3   # what persistence/DatabaseCopy.cpp adds for the saves themselves: docs/durability.md
   SQLITE_DEFAULT_MEMSTATUS=0
   SQLITE_OMIT_LOAD_EXTENSION
   SQLITE_DQS=0

@@ -59,12 +59,14 @@ void PlainStore::CopyToFile() {
   sqlite3* target = nullptr;
   Check(sqlite3_open_v2(file_.c_str(), &target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr), target);
   sqlite3_busy_timeout(target, kBusyTimeoutMilliseconds);
+  Check(sqlite3_exec(target, "PRAGMA journal_mode = TRUNCATE", nullptr, nullptr, nullptr), target);
   sqlite3_backup* const copy = sqlite3_backup_init(target, "main", memory_, "main");
   if (copy == nullptr || sqlite3_backup_step(copy, -1) != SQLITE_DONE) {
     std::fprintf(stderr, "plain store %s: the copy is not complete\n", file_.c_str());
     std::exit(EXIT_FAILURE);
   }
   Check(sqlite3_backup_finish(copy), target);
+  Check(sqlite3_exec(target, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr), target);
   sqlite3_close(target);
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(SqliteBuild, SyncsTheDirectoryAfterDeletingAJournal) {
+TEST(SqliteBuild, IsMadeForTheHighestDurability) {
   EXPECT_EQ(sqlite3_compileoption_used("DEFAULT_SYNCHRONOUS=3"), 1);
   const support::ConsoleProfile profile;
   profile.MakeDatabaseFolder();

@@ -70,7 +70,8 @@ TEST_F(StepOrder, OfSave) {
   EXPECT_EQ(system_.Calls(),
             (Lines{"SQL: BEGIN", File("GetFileAttributesW"),
                    "MoveFileW(" + profile_.File(kNotesFile) + ", " + profile_.File(kNotesTemporary) + ")",
-                   File("SqliteFileName"), "open database", "delete journal", "close database", "SQL: COMMIT",
+                   File("SqliteFileName"), "open database", "SQL: PRAGMA journal_mode = TRUNCATE",
+                   "SQL: PRAGMA journal_mode = DELETE", "delete journal", "close database", "SQL: COMMIT",
                    "DeleteFileW(" + profile_.File(kNotesTemporary) + ")"}));
 }
 

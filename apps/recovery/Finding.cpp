@@ -4,6 +4,7 @@
 
 #include "apps/recovery/DatabaseLock.h"
 #include "apps/recovery/StoreError.h"
+#include "apps/recovery/UnwrittenPage.h"
 #include "platform/OperatingSystem.h"
 #include "platform/text/PlenixBase.h"
 
@@ -44,6 +45,14 @@ FoundDatabase Found(const StoreFile& file, const std::optional<std::string>& byt
   return found;
 }
 
+// Beside a fresh journal nothing tells whether the file was synced before the power failed.
+void JudgeAsUnsynced(FoundDatabase& found, const std::string& bytes) {
+  const auto page = FirstUnwrittenPage(bytes);
+  if (found.IsWhole() && page.has_value()) {
+    found.judgement.integrity = "page " + std::to_string(*page) + " was never written";
+  }
+}
+
 void InsistOnNoLock(const std::wstring& path, const Sleep& sleep) {
   const std::string name = PlenixBase::UnicodeToUTF8(path);
   const std::string sqliteName = OperatingSystem::Get().SqliteFileName(name);
@@ -77,6 +86,9 @@ Finding Inspect(const StoreFile& file, const std::wstring& folder, const Sleep& 
     journal.reset();  // it must not be applied, not even to the copy
   }
   finding.database = Found(file, database, journal);
+  if (finding.journal == JournalKind::Fresh && database.has_value()) {
+    JudgeAsUnsynced(finding.database, *database);
+  }
   finding.temporary = Found(file, Read(TemporaryPath(finding.path), sleep), std::nullopt);
   return finding;
 }

@@ -40,10 +40,11 @@ RepairPlan PlanForRestore(const Finding& finding) {
   return plan;
 }
 
-// FILE not whole and no whole FILE.tmp. With a fresh journal and no FILE.tmp it was the first save ever that was cut
-// short: nothing was acknowledged before.
+// FILE not whole and no whole FILE.tmp. An empty FILE, or one beside a fresh journal, without FILE.tmp is what the first
+// save ever leaves that is cut short: nothing was acknowledged before.
 RepairPlan PlanForLoss(const Finding& finding) {
-  const bool wasFirstSave = finding.journal == JournalKind::Fresh && !finding.temporary.isThere;
+  const bool isUnfinished = finding.database.bytes == 0 || finding.journal == JournalKind::Fresh;
+  const bool wasFirstSave = isUnfinished && !finding.temporary.isThere;
   RepairPlan plan{4, wasFirstSave ? Condition::Repairable : Condition::Lost, {}};
   if (finding.journal == JournalKind::Other) {
     plan.steps.push_back(RepairStep::RollBack);

@@ -1,0 +1,34 @@
+#include "apps/recovery/UnwrittenPage.h"
+
+#include <algorithm>
+
+namespace KT {
+
+namespace {
+
+// Two bytes at 16, the most significant first; 1 stands for 65536. 0 when the header is not there.
+std::size_t PageSize(std::string_view bytes) {
+  if (bytes.size() < 18) {
+    return 0;
+  }
+  const auto byte = [&](std::size_t index) {
+    return static_cast<std::size_t>(static_cast<unsigned char>(bytes[index]));
+  };
+  const std::size_t size = byte(16) * 256 + byte(17);
+  return size == 1 ? 65536 : size;
+}
+
+}  // namespace
+
+std::optional<std::size_t> FirstUnwrittenPage(std::string_view bytes) {
+  const std::size_t size = PageSize(bytes);
+  for (std::size_t start = 0; size != 0 && start < bytes.size(); start += size) {
+    const std::string_view page = bytes.substr(start, size);
+    if (std::all_of(page.begin(), page.end(), [](char byte) { return byte == 0; })) {
+      return start / size + 1;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace KT

@@ -5,13 +5,25 @@
 
 rounds=$((15 * scale))
 
+# Waits until the host has stored something; a fault when it has not after a minute.
+await_first_save() {
+  for _ in $(seq 6000); do
+    if grep -q 'result:0(KT::Marnock::SetPeerDevice)' "$log"; then
+      return
+    fi
+    sleep 0.01
+  done
+  fault "saves in round $1" "at least one in a minute" none
+}
+
 checking "$rounds times killed while 3 clients write"
 start_host
 ctl peer set first 1 > "$machine/out" # before the very first save there is nothing to mend
+: > "$log"
 for round in $(seq "$rounds"); do
   start_client "$machine/counters" count 3 $((round * 1000000))
+  await_first_save "$round"
   sleep "0.$((RANDOM % 4))$((RANDOM % 10))"
-  until grep -q 'result:0(KT::Marnock::SetPeerDevice)' "$log"; do sleep 0.01; done
   kill_host
   # Clients that were not answered at all fail; that is no matter here.
   wait "$client_pid" || true
@@ -25,6 +37,6 @@ for round in $(seq "$rounds"); do
   log_lines | grep 'Recovery of the peer store' >> "$machine/mended" || true
 done
 stop_host
-echo "  lines about mending: $(wc -l < "$machine/mended")"
+echo "  $rounds rounds, lines about mending: $(wc -l < "$machine/mended")"
 [ -s "$machine/mended" ] || fault "lines about mending" "some, in so many rounds" none
 finish

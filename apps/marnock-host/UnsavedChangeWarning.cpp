@@ -1,7 +1,5 @@
 #include "apps/marnock-host/UnsavedChangeWarning.h"
 
-#include <exception>
-
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -23,13 +21,9 @@ const char* NameOf(StoreTable table) {
 }  // namespace
 
 void WarnOfUnsavedChange(StoreTable table, const SaveCounts& saves) {
-  try {
-    platform::LogFailure("KT::WarnOfUnsavedChange", "A change of the ", NameOf(table),
-                         " table is answered with 0 and is not on the disk; saves failed since the last good one: ",
-                         saves.failedSinceLastSaved);
-  } catch (const std::exception&) {
-    // No memory for a line of text: the counts still tell.
-  }
+  platform::LogFailure("KT::WarnOfUnsavedChange", "A change of the ", NameOf(table),
+                       " table is answered with 0 and is not on the disk; saves failed since the last good one: ",
+                       saves.failedSinceLastSaved);
 }
 
 }  // namespace KT

@@ -34,9 +34,10 @@ void AppendPart(std::wstring& line, Number value) {
 }  // namespace internal
 
 // Logs `parts` followed by "(function)". `function` is the qualified name as a literal, for example
-// "KT::Marnock::Init". Narrow text is UTF-8 (ill-formed bytes become U+FFFD), a null pointer is logged as (null).
+// "KT::Marnock::Init". Narrow text is UTF-8 (ill-formed bytes become U+FFFD), a null pointer is logged as (null). A
+// line for which there is no memory is dropped: what the program does never hangs on what it says of it.
 template <class... Parts>
-void WriteLog(QxLogLevel level, const char* function, const Parts&... parts) {
+void WriteLog(QxLogLevel level, const char* function, const Parts&... parts) noexcept try {
   std::wstring text;
   (internal::AppendPart(text, parts), ...);
   internal::AppendPart(text, "(");
@@ -45,15 +46,17 @@ void WriteLog(QxLogLevel level, const char* function, const Parts&... parts) {
   // Filled at once: insertions part by part cost more than all the rest of a line.
   const std::wostringstream line(std::move(text));
   QxLogger::GetInstance().Log(level, line);
+} catch (...) {
+  // As in the logger itself, there is nobody to tell.
 }
 
 template <class... Parts>
-void LogProgress(const char* function, const Parts&... parts) {
+void LogProgress(const char* function, const Parts&... parts) noexcept {
   WriteLog(QxLogLevel::Progress, function, parts...);
 }
 
 template <class... Parts>
-void LogFailure(const char* function, const Parts&... parts) {
+void LogFailure(const char* function, const Parts&... parts) noexcept {
   WriteLog(QxLogLevel::Failure, function, parts...);
 }
 

@@ -6,15 +6,17 @@
 
 namespace {
 
+using support::Allocator;
+using support::FaultSpan;
+
+// The fault that is under way on this thread.
 thread_local int remaining = 0;  // allocations up to and including the one that fails; 0: none will
+thread_local bool failsFromThenOn = false;
+thread_local Allocator failing = Allocator::New;
 thread_local bool happened = false;
 
 void* Allocate(std::size_t size) noexcept {
-  if (remaining > 0 && --remaining == 0) {
-    happened = true;
-    return nullptr;
-  }
-  return std::malloc(size == 0 ? 1 : size);
+  return support::IsAllocationMadeToFail(Allocator::New) ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 
 void* AllocateOrThrow(std::size_t size) {
@@ -38,12 +40,29 @@ void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free
 
 namespace support {
 
-AllocationFault::AllocationFault(int nth) {
+bool IsAllocationMadeToFail(Allocator allocator) noexcept {
+  if (remaining == 0 || (failing != allocator && failing != Allocator::Both)) {
+    return false;
+  }
+  if (remaining > 1) {
+    --remaining;
+    return false;
+  }
+  happened = true;
+  remaining = failsFromThenOn ? 1 : 0;
+  return true;
+}
+
+AllocationFault::AllocationFault(Allocator allocator, int nth, FaultSpan span) {
   happened = false;
+  failing = allocator;
+  failsFromThenOn = span == FaultSpan::FromThenOn;
   remaining = nth;
 }
 
-AllocationFault::~AllocationFault() { remaining = 0; }
+AllocationFault::~AllocationFault() { Stop(); }
+
+void AllocationFault::Stop() { remaining = 0; }
 
 bool AllocationFault::Happened() const { return happened; }
 

@@ -1,22 +1,36 @@
 // Memory that runs out at a chosen moment.
 #pragma once
 
+#include "tests/support/FaultSpan.h"
+
 namespace support {
 
-// Makes one allocation of the calling thread fail: the nth from its construction on (1 is the next one). Throwing
-// operator new throws std::bad_alloc, the non-throwing one returns null; every other allocation succeeds. One at a
-// time.
+// Who asks for memory.
+enum class Allocator {
+  New,     // operator new: a throwing one throws std::bad_alloc, a non-throwing one returns null
+  Sqlite,  // SQLite, where the program calls LetSqliteRunOutOfMemory (tests/support/SqliteAllocationFaults.h)
+  Both,
+};
+
+// Makes allocations of the calling thread fail from its construction until its end or Stop: the nth (1 is the next
+// one), and with FromThenOn all that follow it. One at a time.
 //
 // Works on what is linked into the test program itself; a DLL on Windows has an operator new of its own.
 class AllocationFault {
  public:
-  explicit AllocationFault(int nth);
+  explicit AllocationFault(int nth) : AllocationFault(Allocator::New, nth, FaultSpan::Once) {}
+  AllocationFault(Allocator allocator, int nth, FaultSpan span);
   ~AllocationFault();
   AllocationFault(const AllocationFault&) = delete;
   AllocationFault& operator=(const AllocationFault&) = delete;
 
+  void Stop();
+
   // Whether the allocation came and failed.
   bool Happened() const;
 };
+
+// For an allocator other than operator new: whether its next allocation is to fail.
+bool IsAllocationMadeToFail(Allocator allocator) noexcept;
 
 }  // namespace support

@@ -14,8 +14,14 @@ using platform::Dword;
 using platform::RealOperatingSystem;
 using platform::UserToken;
 
-std::string CallWith(const char* name, const std::wstring& path) {
-  return std::string(name) + "(" + PlenixBase::UnicodeToUTF8(path) + ")";
+std::string Text(const std::wstring& path) { return PlenixBase::UnicodeToUTF8(path); }
+std::string Text(const std::string& path) { return path; }
+std::string Text(Dword number) { return std::to_string(number); }
+
+std::string Joined() { return ""; }
+template <class First, class... Rest>
+std::string Joined(const First& first, const Rest&... rest) {
+  return (Text(first) + ... + (", " + Text(rest)));
 }
 
 }  // namespace
@@ -25,21 +31,34 @@ FakeOperatingSystem::FakeOperatingSystem(std::wstring name)
 
 FakeOperatingSystem::~FakeOperatingSystem() { platform::OperatingSystem::Replace(previous_); }
 
-void FakeOperatingSystem::Fail(SystemCall call, int nth, Dword error) {
-  faults_[{call, counts_[call] + nth}] = {error, false};
+void FakeOperatingSystem::Fail(SystemCall call, int nth, Dword error, FaultSpan span) {
+  Add(call, nth, span, error, false);
 }
 
-void FakeOperatingSystem::Throw(SystemCall call, int nth) {
-  faults_[{call, counts_[call] + nth}] = {platform::kErrorGeneralFailure, true};
+void FakeOperatingSystem::Throw(SystemCall call, int nth, FaultSpan span) {
+  Add(call, nth, span, platform::kErrorGeneralFailure, true);
+}
+
+void FakeOperatingSystem::Add(SystemCall call, int nth, FaultSpan span, Dword error, bool isThrown) {
+  const int first = Count(call) + nth;
+  const int last = span == FaultSpan::Once ? first : std::numeric_limits<int>::max();
+  faults_.insert({call, {first, last, error, isThrown}});
 }
 
 // Records the call. Where it fails, sets the error number or throws.
-bool FakeOperatingSystem::IsMadeToFail(SystemCall call, const std::string& description) {
-  calls_.push_back(description);
-  const auto fault = faults_.find({call, ++counts_[call]});
-  if (fault == faults_.end()) {
+template <class... Arguments>
+bool FakeOperatingSystem::IsMadeToFail(SystemCall call, const char* name, const Arguments&... arguments) {
+  if (isRecording_) {
+    calls_.push_back(std::string(name) + "(" + Joined(arguments...) + ")");
+  }
+  const int index = ++Count(call);
+  const auto [begin, end] = faults_.equal_range(call);
+  const auto fault = std::find_if(
+      begin, end, [&](const auto& each) { return index >= each.second.first && index <= each.second.last; });
+  if (fault == end) {
     return false;
   }
+  ++failures_;
   if (fault->second.isThrown) {
     throw std::filesystem::filesystem_error("made to fail", std::make_error_code(std::errc::invalid_argument));
   }
@@ -58,12 +77,12 @@ bool FakeOperatingSystem::Delegated(bool result) {
 std::string FakeOperatingSystem::TokenName(UserToken value) const { return value == token ? "token" : "other"; }
 
 Dword FakeOperatingSystem::WTSGetActiveConsoleSessionId() {
-  IsMadeToFail(SystemCall::WTSGetActiveConsoleSessionId, "WTSGetActiveConsoleSessionId()");
+  IsMadeToFail(SystemCall::WTSGetActiveConsoleSessionId, "WTSGetActiveConsoleSessionId");
   return session;
 }
 
 bool FakeOperatingSystem::WTSQueryUserToken(Dword ofSession, UserToken* result) {
-  if (IsMadeToFail(SystemCall::WTSQueryUserToken, "WTSQueryUserToken(" + std::to_string(ofSession) + ")")) {
+  if (IsMadeToFail(SystemCall::WTSQueryUserToken, "WTSQueryUserToken", ofSession)) {
     return false;
   }
   *result = token;
@@ -71,15 +90,15 @@ bool FakeOperatingSystem::WTSQueryUserToken(Dword ofSession, UserToken* result) 
 }
 
 int FakeOperatingSystem::ImpersonateLoggedOnUser(UserToken value) {
-  return IsMadeToFail(SystemCall::ImpersonateLoggedOnUser, "ImpersonateLoggedOnUser(" + TokenName(value) + ")")
+  return IsMadeToFail(SystemCall::ImpersonateLoggedOnUser, "ImpersonateLoggedOnUser", TokenName(value))
              ? 0
              : impersonationResult;
 }
 
-bool FakeOperatingSystem::RevertToSelf() { return !IsMadeToFail(SystemCall::RevertToSelf, "RevertToSelf()"); }
+bool FakeOperatingSystem::RevertToSelf() { return !IsMadeToFail(SystemCall::RevertToSelf, "RevertToSelf"); }
 
 bool FakeOperatingSystem::GetUserNameSamCompatible(wchar_t* buffer, Dword* size) {
-  if (IsMadeToFail(SystemCall::GetUserNameSamCompatible, "GetUserNameSamCompatible(" + std::to_string(*size) + ")")) {
+  if (IsMadeToFail(SystemCall::GetUserNameSamCompatible, "GetUserNameSamCompatible", *size)) {
     std::copy(leftByFailedLookup.begin(), leftByFailedLookup.end(), buffer);
     return false;
   }
@@ -95,16 +114,16 @@ bool FakeOperatingSystem::GetUserNameSamCompatible(wchar_t* buffer, Dword* size)
 }
 
 bool FakeOperatingSystem::CloseHandle(UserToken value) {
-  return !IsMadeToFail(SystemCall::CloseHandle, "CloseHandle(" + TokenName(value) + ")");
+  return !IsMadeToFail(SystemCall::CloseHandle, "CloseHandle", TokenName(value));
 }
 
 Dword FakeOperatingSystem::GetLastError() {
-  IsMadeToFail(SystemCall::GetLastError, "GetLastError()");
+  IsMadeToFail(SystemCall::GetLastError, "GetLastError");
   return lastError_ ? *lastError_ : RealOperatingSystem().GetLastError();
 }
 
 Dword FakeOperatingSystem::GetFileAttributesW(const std::wstring& path) {
-  if (IsMadeToFail(SystemCall::GetFileAttributesW, CallWith("GetFileAttributesW", path))) {
+  if (IsMadeToFail(SystemCall::GetFileAttributesW, "GetFileAttributesW", path)) {
     return platform::kInvalidFileAttributes;
   }
   const Dword attributes = RealOperatingSystem().GetFileAttributesW(path);
@@ -113,47 +132,47 @@ Dword FakeOperatingSystem::GetFileAttributesW(const std::wstring& path) {
 }
 
 bool FakeOperatingSystem::MoveFileW(const std::wstring& from, const std::wstring& to) {
-  return !IsMadeToFail(SystemCall::MoveFileW, CallWith("MoveFileW", from + L", " + to)) &&
+  return !IsMadeToFail(SystemCall::MoveFileW, "MoveFileW", from, to) &&
          Delegated(RealOperatingSystem().MoveFileW(from, to));
 }
 
 bool FakeOperatingSystem::DeleteFileW(const std::wstring& path) {
-  return !IsMadeToFail(SystemCall::DeleteFileW, CallWith("DeleteFileW", path)) &&
+  return !IsMadeToFail(SystemCall::DeleteFileW, "DeleteFileW", path) &&
          Delegated(RealOperatingSystem().DeleteFileW(path));
 }
 
 bool FakeOperatingSystem::Exists(const std::wstring& path) {
-  return !IsMadeToFail(SystemCall::Exists, CallWith("Exists", path)) && RealOperatingSystem().Exists(path);
+  return !IsMadeToFail(SystemCall::Exists, "Exists", path) && RealOperatingSystem().Exists(path);
 }
 
 bool FakeOperatingSystem::CreateDirectories(const std::wstring& path) {
-  return !IsMadeToFail(SystemCall::CreateDirectories, CallWith("CreateDirectories", path)) &&
+  return !IsMadeToFail(SystemCall::CreateDirectories, "CreateDirectories", path) &&
          RealOperatingSystem().CreateDirectories(path);
 }
 
 void FakeOperatingSystem::AddOwnerAllOthersRead(const std::wstring& path) {
-  if (!IsMadeToFail(SystemCall::AddOwnerAllOthersRead, CallWith("AddOwnerAllOthersRead", path))) {
+  if (!IsMadeToFail(SystemCall::AddOwnerAllOthersRead, "AddOwnerAllOthersRead", path)) {
     RealOperatingSystem().AddOwnerAllOthersRead(path);
   }
 }
 
 bool FakeOperatingSystem::ReadSharedFile(const std::wstring& path, std::size_t limitBytes, std::string* bytes) {
-  return !IsMadeToFail(SystemCall::ReadSharedFile, CallWith("ReadSharedFile", path)) &&
+  return !IsMadeToFail(SystemCall::ReadSharedFile, "ReadSharedFile", path) &&
          Delegated(RealOperatingSystem().ReadSharedFile(path, limitBytes, bytes));
 }
 
 bool FakeOperatingSystem::ListFiles(const std::wstring& directory, std::vector<std::wstring>* names) {
-  return !IsMadeToFail(SystemCall::ListFiles, CallWith("ListFiles", directory)) &&
+  return !IsMadeToFail(SystemCall::ListFiles, "ListFiles", directory) &&
          Delegated(RealOperatingSystem().ListFiles(directory, names));
 }
 
 bool FakeOperatingSystem::SyncDirectory(const std::wstring& path) {
-  return !IsMadeToFail(SystemCall::SyncDirectory, CallWith("SyncDirectory", path)) &&
+  return !IsMadeToFail(SystemCall::SyncDirectory, "SyncDirectory", path) &&
          Delegated(RealOperatingSystem().SyncDirectory(path));
 }
 
 std::string FakeOperatingSystem::SqliteFileName(const std::string& path) {
-  IsMadeToFail(SystemCall::SqliteFileName, "SqliteFileName(" + path + ")");
+  IsMadeToFail(SystemCall::SqliteFileName, "SqliteFileName", path);
   return RealOperatingSystem().SqliteFileName(path);
 }
 

@@ -1,6 +1,8 @@
 // A scripted operating system: the console user is made up, files are real, any call can be made to fail.
 #pragma once
 
+#include <array>
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "platform/OperatingSystem.h"
+#include "tests/support/FaultSpan.h"
 
 namespace support {
 
@@ -30,6 +33,7 @@ enum class SystemCall {
   SyncDirectory,
   SqliteFileName,
 };
+inline constexpr std::size_t kSystemCalls = 17;
 
 // In place of the real one for as long as it lives; file calls that are not made to fail go to the real one. One
 // thread.
@@ -44,15 +48,28 @@ class FakeOperatingSystem final : public platform::OperatingSystem {
 
   // The n-th call of that kind from now on (1 is the next one) does nothing and reports failure with that error number.
   // Calls without one report it by their result: Exists and CreateDirectories by false.
-  void Fail(SystemCall call, int nth, platform::Dword error = platform::kErrorGeneralFailure);
+  void Fail(SystemCall call, int nth, platform::Dword error = platform::kErrorGeneralFailure,
+            FaultSpan span = FaultSpan::Once);
 
   // The n-th call of that kind from now on throws std::filesystem::filesystem_error with the text "made to fail".
   // For Exists, CreateDirectories and AddOwnerAllOthersRead.
-  void Throw(SystemCall call, int nth);
+  void Throw(SystemCall call, int nth, FaultSpan span = FaultSpan::Once);
+
+  // Nothing fails any more.
+  void Heal() { faults_.clear(); }
+
+  // Calls that were made to fail since construction or the last ClearCalls.
+  int Failures() const { return failures_; }
 
   // Every call since construction or ClearCalls with its arguments, such as "MoveFileW(C:\a, C:\a.tmp)", in UTF-8.
   const std::vector<std::string>& Calls() const { return calls_; }
-  void ClearCalls() { calls_.clear(); }
+  void ClearCalls() {
+    calls_.clear();
+    failures_ = 0;
+  }
+
+  // Leaves Calls empty from now on, and so takes no memory of its own in a call: for tests in which that runs out.
+  void StopRecording() { isRecording_ = false; }
 
   // Puts an event of the test's own in line with the calls.
   void Note(const std::string& event) { calls_.push_back(event); }
@@ -84,17 +101,24 @@ class FakeOperatingSystem final : public platform::OperatingSystem {
 
  private:
   struct Fault {
+    int first;
+    int last;
     platform::Dword error;
     bool isThrown;
   };
 
-  bool IsMadeToFail(SystemCall call, const std::string& description);
+  void Add(SystemCall call, int nth, FaultSpan span, platform::Dword error, bool isThrown);
+  template <class... Arguments>
+  bool IsMadeToFail(SystemCall call, const char* name, const Arguments&... arguments);
+  int& Count(SystemCall call) { return counts_[static_cast<std::size_t>(call)]; }
   bool Delegated(bool result);
   std::string TokenName(platform::UserToken value) const;
 
   platform::OperatingSystem* const previous_;
-  std::map<SystemCall, int> counts_;
-  std::map<std::pair<SystemCall, int>, Fault> faults_;
+  std::array<int, kSystemCalls> counts_{};
+  std::multimap<SystemCall, Fault> faults_;
+  int failures_ = 0;
+  bool isRecording_ = true;
   std::vector<std::string> calls_;
   std::optional<platform::Dword> lastError_;  // empty: the last failure was the real system's
 };

@@ -151,22 +151,20 @@ FaultVfs::FaultVfs() : real_(sqlite3_vfs_find(nullptr)), vfs_(std::make_unique<s
 
 FaultVfs::~FaultVfs() { sqlite3_vfs_unregister(vfs_.get()); }
 
-void FaultVfs::Fail(FileCall call, int nth, int result) {
-  const int index = counts_[call] + nth;
-  faults_.insert({call, {index, index, result}});
+void FaultVfs::Fail(FileCall call, int nth, int result) { Fail(call, nth, result, FaultSpan::Once); }
+
+void FaultVfs::FailFrom(FileCall call, int nth, int result) { Fail(call, nth, result, FaultSpan::FromThenOn); }
+
+void FaultVfs::Fail(FileCall call, int nth, int result, FaultSpan span) {
+  const int index = Count(call) + nth;
+  faults_.insert({call, {index, span == FaultSpan::Once ? index : INT_MAX, result}});
 }
 
-void FaultVfs::FailFrom(FileCall call, int nth, int result) {
-  faults_.insert({call, {counts_[call] + nth, INT_MAX, result}});
-}
-
-int FaultVfs::Count(FileCall call) const {
-  const auto count = counts_.find(call);
-  return count == counts_.end() ? 0 : count->second;
-}
+int FaultVfs::Count(FileCall call) const { return counts_[static_cast<std::size_t>(call)]; }
 
 void FaultVfs::ResetCounts() {
-  counts_.clear();
+  counts_ = {};
+  failures_ = 0;
   faults_.clear();
 }
 
@@ -176,10 +174,11 @@ int FaultVfs::Begin(FileCall call, const char* subject) {
   if (listener_) {
     listener_(std::string(kNames[static_cast<int>(call)]) + " " + subject);
   }
-  const int index = ++counts_[call];
+  const int index = ++counts_[static_cast<std::size_t>(call)];
   const auto [first, last] = faults_.equal_range(call);
   for (auto fault = first; fault != last; ++fault) {
     if (index >= fault->second.first && index <= fault->second.last) {
+      ++failures_;
       return fault->second.result;
     }
   }

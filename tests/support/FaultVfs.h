@@ -1,17 +1,21 @@
 // SQLite's file calls, counted, and made to fail at will.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
 
+#include "tests/support/FaultSpan.h"
+
 struct sqlite3_vfs;
 
 namespace support {
 
 enum class FileCall { Open, Close, Read, Write, Truncate, Sync, FileSize, Lock, Unlock, Delete, Access };
+inline constexpr std::size_t kFileCalls = 11;
 
 // SQLite's default file system for as long as it lives, on top of the previous one. Every database opened meanwhile
 // must be closed before it goes, memory databases too. No WAL and no memory mapping. Syncs are counted and can fail,
@@ -31,8 +35,14 @@ class FaultVfs {
   // Likewise, and so does every later call of that kind: a disk that stays full.
   void FailFrom(FileCall call, int nth, int result);
 
+  // Fail or FailFrom.
+  void Fail(FileCall call, int nth, int result, FaultSpan span);
+
   // Nothing fails any more.
   void Heal() { faults_.clear(); }
+
+  // Calls of any kind that were made to fail, since construction or ResetCounts.
+  int Failures() const { return failures_; }
 
   // Calls of that kind since construction or ResetCounts.
   int Count(FileCall call) const;
@@ -55,7 +65,8 @@ class FaultVfs {
 
   sqlite3_vfs* const real_;
   const std::unique_ptr<sqlite3_vfs> vfs_;
-  std::map<FileCall, int> counts_;
+  std::array<int, kFileCalls> counts_{};
+  int failures_ = 0;
   std::multimap<FileCall, Fault> faults_;
   std::function<void(const std::string&)> listener_;
 };

@@ -2,16 +2,16 @@
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
 
 #include <new>
-#include <sstream>
 
 #include "host/Utils.h"
 #include "persistence/DatabaseCopy.h"
 #include "persistence/DatabaseFiles.h"
 #include "persistence/Guarded.h"
 #include "persistence/KeyedStatement.h"
+#include "persistence/StatementText.h"
+#include "persistence/Transaction.h"
 #include "platform/OperatingSystem.h"
 #include "platform/logging/LogLine.h"
 #include "platform/text/PlenixBase.h"
@@ -58,11 +58,11 @@ bool OpenMemory(DbContent& content) {
 
 // The first of them has no effect on SQLite; it is sent as part of the fixed sequence.
 void SetPragmas(SQLite::Database& database) {
-  SQLite::Transaction transaction(database);
+  Transaction transaction(database);
   database.exec("PRAGMA SQLITE_CONFIG_MEMSTATUS = 0");
   database.exec("PRAGMA auto_vacuum = 0");
   database.exec("PRAGMA cache_size = 1000");
-  transaction.commit();
+  transaction.Commit();
 }
 
 // The file's name on its way through a save. The name without ".tmp" is the database's.
@@ -85,12 +85,12 @@ bool MoveAside(const SavePaths& paths) {
 bool Save(DbContent& content) {
   return WithDatabase(content, "[KTData] Save database filed:", kSaveDbIntoDisk, [&](SQLite::Database& database) {
     // Deferred on purpose: it must not have locked anything when the copy starts, or the copy is refused.
-    SQLite::Transaction transaction(database);
+    Transaction transaction(database);
     const std::wstring file = PlenixBase::UTF8ToUnicode(content.filePath);
     const SavePaths paths{file, file + L".tmp"};
     const bool movedAside = MoveAside(paths);
     SaveToFile(database, content.filePath);
-    transaction.commit();
+    transaction.Commit();
     if (movedAside && !OperatingSystem::Get().DeleteFileW(paths.temporary)) {
       LogFailure(kSaveDbIntoDisk, "[KTData] Delete database filed.");
     }
@@ -147,12 +147,12 @@ bool DbEngine::LoadDbFromDisk(DbContent& content) {
 
 bool DbEngine::CreateTable(DbContent& content) {
   return WithDatabase(content, "[KTData] Create device database fail:", kCreateTable, [&](SQLite::Database& database) {
-    SQLite::Transaction transaction(database);
-    std::ostringstream text;
+    Transaction transaction(database);
+    StatementText text;
     text << "CREATE TABLE IF NOT EXISTS " << content.tableName;
     AppendColumnDefs(text);
     SQLite::Statement(database, text.str()).exec();
-    transaction.commit();
+    transaction.Commit();
     LogProgress(kCreateTable, "[KTData] Creat database success.");
     return true;
   });

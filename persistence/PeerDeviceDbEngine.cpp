@@ -4,11 +4,10 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
-#include <sstream>
-
 #include "persistence/DatabaseFiles.h"
 #include "persistence/Guarded.h"
 #include "persistence/KeyedStatement.h"
+#include "persistence/StatementText.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -28,20 +27,22 @@ constexpr const char* kKeyColumn = "udId";
 PeerDeviceDbEngine::PeerDeviceDbEngine() { Init(); }
 
 bool PeerDeviceDbEngine::Init() {
-  content_.keyColumn = kKeyColumn;
-  content_.tableName = "PEER_DEVICE";
-  content_.dirPath = kDatabaseFolder;
-  content_.fileName = std::string("PeerDeviceInfo1") + kDatabaseFileName;
-  if (!InitDb(content_)) {
+  const bool isReady = Guarded("[KTData] Init database filed:", kInit, [this] {
+    content_.keyColumn = kKeyColumn;
+    content_.tableName = "PEER_DEVICE";
+    content_.dirPath = kDatabaseFolder;
+    content_.fileName = std::string("PeerDeviceInfo1") + kDatabaseFileName;
+    return InitDb(content_);
+  });
+  if (!isReady) {
     platform::LogFailure(kInit, "[KTData] Init peer device database failed.");
-    return false;
   }
-  return true;
+  return isReady;
 }
 
 bool PeerDeviceDbEngine::AddPeerDevice(const std::string& udId, const std::string& sumId) {
   return WithDatabase(content_, "[KTData] Add peer device failed:", kAddPeerDevice, [&](SQLite::Database& database) {
-    std::ostringstream text;
+    StatementText text;
     text << "INSERT INTO " << content_.tableName;
     AppendInsertColumns(text);
     SQLite::Statement insert(database, text.str());

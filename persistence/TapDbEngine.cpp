@@ -3,13 +3,12 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
-#include <sstream>
-
 #include "codec/DeviceFieldVisitors.h"
 #include "persistence/DatabaseFiles.h"
 #include "persistence/DeviceRow.h"
 #include "persistence/Guarded.h"
 #include "persistence/KeyedStatement.h"
+#include "persistence/StatementText.h"
 #include "platform/logging/LogLine.h"
 
 namespace KT {
@@ -33,19 +32,21 @@ TapDbEngine<Record>::TapDbEngine(const TapEngineNames& names) : names_(names) {
 
 template <class Record>
 bool TapDbEngine<Record>::Init() {
-  content_.keyColumn = kKeyColumn;
-  content_.tableName = names_.tableName;
-  content_.dirPath = kDatabaseFolder;
-  content_.fileName = std::string(names_.filePrefix) + kDatabaseFileName;
-  std::ostringstream insert;
-  insert << "INSERT INTO " << content_.tableName;
-  AppendInsertColumns(insert);
-  insertText_ = insert.str();
-  if (!InitDb(content_)) {
+  const bool isReady = Guarded("[KTData] Init database filed:", names_.init, [this] {
+    content_.keyColumn = kKeyColumn;
+    content_.tableName = names_.tableName;
+    content_.dirPath = kDatabaseFolder;
+    content_.fileName = std::string(names_.filePrefix) + kDatabaseFileName;
+    StatementText insert;
+    insert << "INSERT INTO " << content_.tableName;
+    AppendInsertColumns(insert);
+    insertText_ = insert.str();
+    return InitDb(content_);
+  });
+  if (!isReady) {
     platform::LogFailure(names_.init, "[KTData] Init database failed.");
-    return false;
   }
-  return true;
+  return isReady;
 }
 
 template <class Record>

@@ -4,19 +4,31 @@
 
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 
 #include "apps/recovery/StoreRepair.h"
 #include "tests/persistence/EngineTest.h"
 
 namespace faults {
 
+namespace {
+
+std::ptrdiff_t FilesIn(const support::ConsoleProfile& profile) {
+  return std::distance(std::filesystem::directory_iterator(profile.NativeFile("")), {});
+}
+
+}  // namespace
+
 RestartedHost::RestartedHost() { copy_.MakeDatabaseFolder(); }
 
 std::vector<std::string> RestartedHost::Rows(const support::ConsoleProfile& original, const std::string& file,
                                              const std::string& sql) {
-  CopyFolderOf(original);
-  Repair();
-  const auto path = copy_.NativeFile(file);
+  const bool nothingToMend = FilesIn(original) <= 1 && std::filesystem::exists(original.NativeFile(file));
+  if (!nothingToMend) {
+    CopyFolderOf(original);
+    Repair();
+  }
+  const auto path = (nothingToMend ? original : copy_).NativeFile(file);
   if (!std::filesystem::exists(path)) {
     return {};
   }

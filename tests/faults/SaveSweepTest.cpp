@@ -1,80 +1,83 @@
 // Saves in which anything fails, of each of the three tables.
-#include "tests/faults/RestartedHost.h"
-#include "tests/faults/Sweep.h"
-#include "tests/faults/Tables.h"
-#include "tests/persistence/EngineTest.h"
+#include "tests/faults/EngineSweep.h"
 
 namespace {
 
 using faults::Outcome;
 using faults::Round;
 
-constexpr const char* kSaved = "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)";
-constexpr const char* kSaveFailed = "4 [KTData] Save database filed:";
-
 // Some pages of the database: a save is more than one write.
 const std::string kBulk(9'000, 'b');
 
-bool Contains(const Lines& lines, const std::string& start) {
-  return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) { return line.starts_with(start); });
-}
-
 template <class Table>
-class SaveSweep : public EngineTest {
+class SaveSweep : public EngineSweep<Table> {
  protected:
-  SaveSweep() { EXPECT_TRUE(Table::Add(engine_, "bulk", kBulk) && Table::Add(engine_, "key", "0") && Save()); }
+  SaveSweep() {
+    auto& engine = this->engine_.emplace();
+    EXPECT_TRUE(Table::Add(engine, "bulk", kBulk) && Table::Add(engine, "key", "0") && this->Save());
+  }
 
-  bool Save() { return Table::Save(engine_); }
-  Lines MemoryRows() { return Rows(*engine_.Content().dbContentPtr, Table::kRows); }
-  Lines DiskRows() { return restarted_.Rows(profile_, Table::kFile, Table::kRows); }
-
-  // A change that is not yet saved.
+  // A change that is not yet saved. Nothing lies beside the file.
   void Change() {
-    before_ = MemoryRows();
-    EXPECT_TRUE(Table::Update(engine_, "key", std::to_string(++changes_)));
-    log_.Take();
+    std::filesystem::remove(Temporary());
+    before_ = this->MemoryRows();
+    EXPECT_TRUE(Table::Update(*this->engine_, "key", std::to_string(++changes_)));
+    this->log_.Take();
+  }
+
+  // The same beside what an earlier save left, so that the file cannot be renamed.
+  void ChangeBesideATemporaryFile() {
+    Change();
+    support::WriteBytes(Temporary(), "stale");
   }
 
   Outcome Check(const Round& round) {
-    const Lines lines = log_.Take();
-    EXPECT_EQ(MemoryRows().back(), "key|" + std::to_string(changes_));
-    const Lines disk = DiskRows();
-    if (isSaved_) {
-      EXPECT_EQ(disk, MemoryRows());
-      EXPECT_TRUE(Contains(lines, kSaved) || IsMemoryFault(round.kind));
-    } else {
-      EXPECT_TRUE(disk == before_ || disk == MemoryRows()) << testing::PrintToString(disk);
-      EXPECT_TRUE(Contains(lines, kSaveFailed) || round.MayLoseLogLines()) << testing::PrintToString(lines);
-      EXPECT_TRUE(Save()) << "nothing fails any more";
-      EXPECT_EQ(DiskRows(), MemoryRows());
-    }
-    EXPECT_EQ(engine_.Saves().failedSinceLastSaved, 0U);
+    const Lines lines = this->log_.Take();
+    EXPECT_EQ(this->MemoryRows().back(), "key|" + std::to_string(changes_));
+    isSaved_ ? CheckSaved(round, lines) : CheckFailed(round, lines);
+    EXPECT_EQ(this->engine_->Saves().failedSinceLastSaved, 0U);
     return isSaved_ ? Outcome::Survived : Outcome::Failed;
   }
 
-  faults::FaultInjector injector_{system_};
-  faults::RestartedHost restarted_;
-  typename Table::Engine engine_;
+  bool isSaved_ = false;
+
+ private:
+  std::filesystem::path Temporary() const { return this->Native(std::string(Table::kFile) + ".tmp"); }
+
+  void CheckSaved(const Round& round, const Lines& lines) {
+    EXPECT_EQ(this->DiskRows(), this->MemoryRows());
+    if (!IsMemoryFault(round.kind)) {
+      EXPECT_TRUE(HasLine(lines, "3 [KTData] Save database success.(KT::DbEngine::SaveDbIntoDisk)"));
+    }
+  }
+
+  void CheckFailed(const Round& round, const Lines& lines) {
+    const Lines disk = this->DiskRows();
+    EXPECT_TRUE(disk == before_ || disk == this->MemoryRows()) << testing::PrintToString(disk);
+    EXPECT_TRUE(HasLine(lines, "4 [KTData] Save database filed:") || round.MayLoseLogLines());
+    EXPECT_EQ(this->engine_->Saves().failedSinceLastSaved, 1U);
+    EXPECT_TRUE(this->Save()) << "nothing fails any more";
+    EXPECT_EQ(this->DiskRows(), this->MemoryRows());
+  }
+
   Lines before_;
   int changes_ = 0;
-  bool isSaved_ = false;
 };
 
-struct TableName {
-  template <class Table>
-  static std::string GetName(int) {
-    std::string name = Table::kName;
-    std::replace(name.begin(), name.end(), ' ', '_');
-    return name;
-  }
-};
-using Tables = testing::Types<faults::PeerTable, faults::CurrentTable, faults::TrustedTable>;
-TYPED_TEST_SUITE(SaveSweep, Tables, TableName);
+TYPED_TEST_SUITE(SaveSweep, EveryTable, TableName);
 
 TYPED_TEST(SaveSweep, PutsEverythingOnTheDiskOrFailsAndLosesNothing) {
   Sweep(this->injector_, faults::AllFaultKinds(),
         {.name = std::string("save of ") + TypeParam::kName,
          .prepare = [this] { this->Change(); },
+         .run = [this] { this->isSaved_ = this->Save(); },
+         .check = [this](const Round& round) { return this->Check(round); }});
+}
+
+TYPED_TEST(SaveSweep, OverAFileThatCannotBeRenamedLosesNothingEither) {
+  Sweep(this->injector_, faults::AllFaultKinds(),
+        {.name = std::string("save of ") + TypeParam::kName + " beside a stale .tmp",
+         .prepare = [this] { this->ChangeBesideATemporaryFile(); },
          .run = [this] { this->isSaved_ = this->Save(); },
          .check = [this](const Round& round) { return this->Check(round); }});
 }

@@ -19,6 +19,9 @@ struct PeerTable {
   static constexpr const char* kInitFailure =
       "4 [KTData] Init peer device database failed.(KT::PeerDeviceDbEngine::Init)";
 
+  static constexpr const char* kAddFailure = "4 [KTData] Add peer device failed:";
+  static constexpr const char* kGetFailure = "4 [KTData] Get peer device failed:";
+
   static bool Add(Engine& engine, const std::string& key, const std::string& value) {
     return engine.AddPeerDevice(key, value);
   }
@@ -36,6 +39,8 @@ template <class EngineType, class RecordType>
 struct TapTable {
   using Engine = EngineType;
   using Record = RecordType;
+  static constexpr const char* kAddFailure = "4 [KTData] Add zentap device failed:";
+  static constexpr const char* kGetFailure = "4 [KTData] Get zentap device failed:";
 
   static Record Named(const std::string& name) {
     Record record;

@@ -89,6 +89,9 @@ class DataStream final : public IOStream {
   // Returns the length of `line` plus 1 whatever happened.
   std::uint32_t WriteLine(const std::string& line) override;
 
+  // False when there was no memory for what strings are gathered in: they then read as empty.
+  bool HasScratch() const { return scratch_ != nullptr; }
+
   bool IsSwapBytes() override { return swapBytes_; }
   void SetSwapBytes(bool swapBytes) override { swapBytes_ = swapBytes; }
   void Flush() override {}
@@ -126,7 +129,7 @@ class DataStream final : public IOStream {
   std::uint32_t WriteInTwoSteps(const std::string& text);
   static std::unique_ptr<ScratchBlock> NewScratch();
 
-  std::unique_ptr<ScratchBlock> scratch_;  // null when there was no memory for it: strings then read as empty
+  std::unique_ptr<ScratchBlock> scratch_;  // see HasScratch
   IpcBufferBuild* channel_;
   bool swapBytes_ = false;
 };

@@ -28,6 +28,9 @@ class MessageParcel {
   // What the constructor does. Called once more it starts the parcel afresh, except for the results recorded so far.
   void Init(std::uint8_t* buffer, std::int32_t size, bool allocate);
 
+  // Whether everything was set up. One that had no memory for its strings alone still reads and writes integers.
+  bool IsReady() const { return stream_ != nullptr && stream_->HasScratch(); }
+
   // Each write records its result: the bytes it accounts for, or -1. A string records 1 when its bytes did not fit, so
   // that only integers make the data size negative. Clients in use rely on that difference.
   // By value, as callers of the suite's interface expect it. NOLINTNEXTLINE(performance-unnecessary-value-param)

@@ -4,17 +4,20 @@
 #include <new>
 
 #include "codec/MessageParcel.h"
+#include "codec/PayloadLimits.h"
 #include "service/RequestTable.h"
 
 namespace KT {
 
 namespace {
 
-// A parcel with its reference count in one allocation; null when there is no memory for it.
+// A parcel with its reference count in one allocation; null when there is no memory for it or for what it is made of. A
+// parcel over too large a payload is no such case: it reads as an empty one.
 std::shared_ptr<MessageParcel> MakeParcel(int size, char* payload, bool allocate) {
   try {
-    return std::make_shared<MessageParcel>(static_cast<std::uint32_t>(size), reinterpret_cast<std::uint8_t*>(payload),
-                                           allocate);
+    auto parcel = std::make_shared<MessageParcel>(static_cast<std::uint32_t>(size),
+                                                  reinterpret_cast<std::uint8_t*>(payload), allocate);
+    return parcel->IsReady() || size > kMaxPayloadBytes ? parcel : nullptr;
   } catch (const std::bad_alloc&) {
     return nullptr;
   }

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <iterator>
 
 #include "apps/recovery/StoreRepair.h"
 #include "tests/persistence/EngineTest.h"
@@ -13,8 +13,10 @@ namespace faults {
 
 namespace {
 
-std::ptrdiff_t FilesIn(const support::ConsoleProfile& profile) {
-  return std::distance(std::filesystem::directory_iterator(profile.NativeFile("")), {});
+// Whether there are only database files: a save that was cut short leaves more.
+bool IsTidy(const std::filesystem::path& folder) {
+  return std::all_of(std::filesystem::directory_iterator(folder), {},
+                     [](const auto& entry) { return entry.path().extension() == ".db"; });
 }
 
 }  // namespace
@@ -23,12 +25,12 @@ RestartedHost::RestartedHost() { copy_.MakeDatabaseFolder(); }
 
 std::vector<std::string> RestartedHost::Rows(const support::ConsoleProfile& original, const std::string& file,
                                              const std::string& sql) {
-  const bool nothingToMend = FilesIn(original) <= 1 && std::filesystem::exists(original.NativeFile(file));
-  if (!nothingToMend) {
+  const bool isTidy = IsTidy(original.NativeFile("")) && std::filesystem::exists(original.NativeFile(file));
+  if (!isTidy) {
     CopyFolderOf(original);
     Repair();
   }
-  const auto path = (nothingToMend ? original : copy_).NativeFile(file);
+  const auto path = (isTidy ? original : copy_).NativeFile(file);
   if (!std::filesystem::exists(path)) {
     return {};
   }

@@ -8,8 +8,8 @@
 
 namespace faults {
 
-// Copies a database folder as it is now, mends the copy as the host does at its start, and looks into it. A folder in
-// which there is nothing but the file asked for is looked into where it is.
+// Copies a database folder as it is now, mends the copy as the host does at its start, and looks into it. Where
+// nothing lies beside the database files there is nothing to mend, and the file is looked into where it is.
 class RestartedHost {
  public:
   RestartedHost();

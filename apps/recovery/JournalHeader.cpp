@@ -1,7 +1,10 @@
 #include "apps/recovery/JournalHeader.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+
+#include "apps/recovery/BigEndian.h"
 
 namespace KT {
 
@@ -15,16 +18,10 @@ constexpr std::size_t kSectorBytes = 20;
 constexpr std::size_t kPageBytes = 24;
 constexpr std::size_t kHeaderBytes = 28;
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
-  std::uint32_t number = 0;
-  for (const char byte : bytes.substr(offset, 4)) {
-    number = number << 8 | static_cast<unsigned char>(byte);
-  }
-  return number;
-}
+std::uint64_t NumberAt(std::string_view bytes, std::size_t offset) { return BigEndian(bytes.substr(offset, 4)); }
 
-bool IsPowerOfTwoBetween(std::uint32_t low, std::uint32_t number, std::uint32_t high) {
-  return number >= low && number <= high && (number & (number - 1)) == 0;
+bool IsPowerOfTwoBetween(std::uint64_t low, std::uint64_t number, std::uint64_t high) {
+  return number >= low && number <= high && std::has_single_bit(number);
 }
 
 }  // namespace

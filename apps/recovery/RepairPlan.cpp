@@ -104,6 +104,11 @@ RepairPlan PlanFor(const Finding& finding) {
   return finding.temporary.IsWhole() ? PlanForRestore(finding) : PlanForLoss(finding);
 }
 
+bool IsLoss(const RepairPlan& plan, RepairStep step) {
+  return plan.condition == Condition::Lost &&
+         (step == RepairStep::SetFileAside || step == RepairStep::SetTemporaryAside);
+}
+
 std::string CaseOf(const RepairPlan& plan) {
   switch (plan.rule) {
     case 1:

@@ -35,6 +35,9 @@ struct RepairPlan {
 
 RepairPlan PlanFor(const Finding& finding);
 
+// Whether the step is the one by which a plan gives up what was saved.
+bool IsLoss(const RepairPlan& plan, RepairStep step);
+
 // What the rule's case is, for example "the file is whole beside the journal of an unfinished save".
 std::string CaseOf(const RepairPlan& plan);
 

@@ -137,12 +137,6 @@ class FileRepair {
   const RepairHooks& hooks_;
 };
 
-// Whether the step is the one by which a plan gives up what was saved.
-bool IsLoss(const RepairPlan& plan, RepairStep step) {
-  return plan.condition == Condition::Lost &&
-         (step == RepairStep::SetFileAside || step == RepairStep::SetTemporaryAside);
-}
-
 // Carries out the plan and tells each action.
 void RunPlan(const Finding& finding, const RepairPlan& plan, const std::wstring& folder, const RepairHooks& hooks) {
   FileRepair repair(folder, finding.path, hooks);

@@ -48,6 +48,7 @@ class RegistryClient {
   explicit RegistryClient(const RegistryClientOptions& options = {});
 
   const std::string& PkgName() const { return pkgName_; }
+  const std::wstring& PipeName() const { return exchange_.PipeName(); }
 
   // Replaces what is stored under `sumId`. Fields that the table has no column for are not kept.
   CallOutcome<TrustedZentapDeviceSetResponse> SetTrustedZentapDeviceInfo(const std::string& sumId,

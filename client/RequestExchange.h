@@ -27,6 +27,9 @@ class RequestExchange {
   // `waitForService`: whether an absent hub is something to wait for, or an error at once.
   RequestExchange(std::wstring pipeName, bool waitForService);
 
+  // The pipe that it connects to.
+  const std::wstring& PipeName() const { return pipeName_; }
+
   RequestExchange(const RequestExchange&) = delete;
   RequestExchange& operator=(const RequestExchange&) = delete;
 

@@ -73,6 +73,26 @@ void AddPeerCommands(CLI::App& app, std::optional<Command>& command) {
   removeApp->add_option("UDID", remove->udId, kUdIdHelp)->required();
 }
 
+void AddStoreCommands(CLI::App& app, std::optional<Command>& command) {
+  CLI::App* const store = app.add_subcommand("store",
+                                             "the database files on this machine, without the service\n"
+                                             "Exit status: 0 all well; 1 something to repair, or damaged; 2 something "
+                                             "lost; 3 unreadable, or the host runs; 4 no such file.");
+  store->require_subcommand(1);
+
+  AddCommand(store, "check", "say in what state the files are", command, std::make_shared<StoreCheck>());
+
+  const auto repair = std::make_shared<StoreRepair>();
+  CLI::App* const repairApp =
+      AddCommand(store, "repair", "mend what a save that was cut short has left", command, repair);
+  repairApp->add_flag("--dry-run", repair->dryRun, "only tell what would be done");
+
+  const auto show = std::make_shared<StoreShow>();
+  CLI::App* const showApp = AddCommand(store, "show", "print the rows of a file, damaged or not", command, show);
+  showApp->add_option("FILE", show->file, "peer, current or trusted, a file in the database folder, or a path")
+      ->required();
+}
+
 }  // namespace
 
 std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, std::ostream& out, std::ostream& err,
@@ -94,6 +114,7 @@ std::optional<Invocation> ParseCommandLine(std::vector<std::string> arguments, s
   AddPeerCommands(app, command);
   AddCommand(&app, "status", "how the host is doing: uptime, connections, requests, saves", command,
              std::make_shared<HostStatus>());
+  AddStoreCommands(app, command);
 
   arguments.erase(arguments.begin());
   std::reverse(arguments.begin(), arguments.end());  // CLI11 takes them from the back

@@ -49,13 +49,22 @@ struct PeerDelete {
 
 struct HostStatus {};
 
+// The database files on this machine.
+struct StoreCheck {};
+struct StoreRepair {
+  bool dryRun = false;  // only tell what would be done
+};
+struct StoreShow {
+  std::string file;  // "peer", "current" or "trusted"; a file's name in the database folder; or a path
+};
+
 struct TrustedFamily;
 struct CurrentFamily;
 
-using Command =
-    std::variant<DeviceSet<TrustedFamily>, DeviceGet<TrustedFamily>, DeviceList<TrustedFamily>,
-                 DeviceDelete<TrustedFamily>, DeviceSet<CurrentFamily>, DeviceGet<CurrentFamily>,
-                 DeviceList<CurrentFamily>, DeviceDelete<CurrentFamily>, PeerSet, PeerGet, PeerDelete, HostStatus>;
+using Command = std::variant<DeviceSet<TrustedFamily>, DeviceGet<TrustedFamily>, DeviceList<TrustedFamily>,
+                             DeviceDelete<TrustedFamily>, DeviceSet<CurrentFamily>, DeviceGet<CurrentFamily>,
+                             DeviceList<CurrentFamily>, DeviceDelete<CurrentFamily>, PeerSet, PeerGet, PeerDelete,
+                             HostStatus, StoreCheck, StoreRepair, StoreShow>;
 
 struct Invocation {
   GlobalOptions options;

@@ -7,6 +7,9 @@
 #include "apps/marnockctl/PeerCommands.h"
 #include "apps/marnockctl/Reporter.h"
 #include "apps/marnockctl/StatusCommand.h"
+#include "apps/marnockctl/StoreCheckCommand.h"
+#include "apps/marnockctl/StoreRepairCommand.h"
+#include "apps/marnockctl/StoreShowCommand.h"
 #include "client/RegistryClient.h"
 
 namespace KT {

@@ -45,17 +45,13 @@ std::string FieldLines(const Record& record) {
 }
 
 template <class Record>
-std::string Table(const std::vector<Record>& records) {
-  if (records.empty()) {
-    return {};
-  }
+void AddRecordColumns(TextTable& table, const std::vector<Record>& records) {
   const std::vector<Cell> defaults = Cells(Record{});
   std::vector<std::vector<Cell>> rows;
   rows.reserve(records.size());
   for (const Record& record : records) {
     rows.push_back(Cells(record));
   }
-  TextTable table;
   for (std::size_t column = 0; column < defaults.size(); ++column) {
     std::vector<std::string> cells{defaults[column].name};
     bool telling = false;
@@ -67,11 +63,21 @@ std::string Table(const std::vector<Record>& records) {
       table.AddColumn(cells);
     }
   }
+}
+
+template <class Record>
+std::string Table(const std::vector<Record>& records) {
+  TextTable table;
+  if (!records.empty()) {
+    AddRecordColumns(table, records);
+  }
   return table.Text();
 }
 
 template std::string FieldLines(const BluetoothDeviceSummary&);
 template std::string FieldLines(const CurrZentapDeviceInfo&);
+template void AddRecordColumns(TextTable&, const std::vector<BluetoothDeviceSummary>&);
+template void AddRecordColumns(TextTable&, const std::vector<CurrZentapDeviceInfo>&);
 template std::string Table(const std::vector<BluetoothDeviceSummary>&);
 template std::string Table(const std::vector<CurrZentapDeviceInfo>&);
 

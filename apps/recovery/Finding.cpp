@@ -14,26 +14,6 @@ namespace {
 
 using platform::OperatingSystem;
 
-// The content, or nothing when there is no such file.
-std::optional<std::string> Read(const std::wstring& path, const Sleep& sleep) {
-  std::string bytes;
-  bool isThere = true;
-  platform::Dword error = 0;
-  const bool decided = TryPatiently(sleep, [&] {
-    isThere = OperatingSystem::Get().ReadSharedFile(path, kMaxDatabaseBytes, &bytes);
-    if (isThere) {
-      return true;
-    }
-    error = OperatingSystem::Get().GetLastError();
-    return error == platform::kErrorFileNotFound || error == platform::kErrorPathNotFound;
-  });
-  if (!decided) {
-    throw StoreError(PlenixBase::UnicodeToUTF8(path) + " cannot be read: " + MeaningOf(error) +
-                     ". End the program that holds it, or give this one the right to read it, and try again.");
-  }
-  return isThere ? std::optional(std::move(bytes)) : std::nullopt;
-}
-
 FoundDatabase Found(const StoreFile& file, const std::optional<std::string>& bytes,
                     const std::optional<std::string>& journal) {
   FoundDatabase found;
@@ -73,12 +53,31 @@ std::wstring JournalPath(const std::wstring& path) { return path + L"-journal"; 
 
 std::wstring TemporaryPath(const std::wstring& path) { return path + L".tmp"; }
 
+std::optional<std::string> ReadPatiently(const std::wstring& path, const Sleep& sleep) {
+  std::string bytes;
+  bool isThere = true;
+  platform::Dword error = 0;
+  const bool decided = TryPatiently(sleep, [&] {
+    isThere = OperatingSystem::Get().ReadSharedFile(path, kMaxDatabaseBytes, &bytes);
+    if (isThere) {
+      return true;
+    }
+    error = OperatingSystem::Get().GetLastError();
+    return error == platform::kErrorFileNotFound || error == platform::kErrorPathNotFound;
+  });
+  if (!decided) {
+    throw StoreError(PlenixBase::UnicodeToUTF8(path) + " cannot be read: " + MeaningOf(error) +
+                     ". End the program that holds it, or give this one the right to read it, and try again.");
+  }
+  return isThere ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
 Finding Inspect(const StoreFile& file, const std::wstring& folder, const Sleep& sleep) {
   Finding finding;
   finding.file = &file;
   finding.path = folder + PlenixBase::UTF8ToUnicode(file.fileName);
-  const auto database = Read(finding.path, sleep);
-  auto journal = Read(JournalPath(finding.path), sleep);
+  const auto database = ReadPatiently(finding.path, sleep);
+  auto journal = ReadPatiently(JournalPath(finding.path), sleep);
   if (journal.has_value()) {
     finding.journal = KindOfJournal(*journal);
   }
@@ -89,7 +88,7 @@ Finding Inspect(const StoreFile& file, const std::wstring& folder, const Sleep& 
   if (finding.journal == JournalKind::Fresh && database.has_value()) {
     JudgeAsUnsynced(finding.database, *database);
   }
-  finding.temporary = Found(file, Read(TemporaryPath(finding.path), sleep), std::nullopt);
+  finding.temporary = Found(file, ReadPatiently(TemporaryPath(finding.path), sleep), std::nullopt);
   return finding;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "apps/recovery/JournalHeader.h"
@@ -33,6 +34,10 @@ struct Finding {
 
 std::wstring JournalPath(const std::wstring& path);
 std::wstring TemporaryPath(const std::wstring& path);
+
+// The content of a file, or nothing when there is no such file. Throws StoreError when one that is there cannot be
+// read, after TryPatiently.
+std::optional<std::string> ReadPatiently(const std::wstring& path, const Sleep& sleep);
 
 // Reads and judges, and touches nothing: safe beside a running host, whose saves may however be seen half done.
 // `folder`: Windows path of the database folder, with a backslash at the end. Throws StoreError when a file that is

@@ -1,21 +1,21 @@
 #include "apps/recovery/UnwrittenPage.h"
 
 #include <algorithm>
+#include <cstdint>
+
+#include "apps/recovery/BigEndian.h"
 
 namespace KT {
 
 namespace {
 
-// Two bytes at 16, the most significant first; 1 stands for 65536. 0 when the header is not there.
+// 0 when the header is not there.
 std::size_t PageSize(std::string_view bytes) {
   if (bytes.size() < 18) {
     return 0;
   }
-  const auto byte = [&](std::size_t index) {
-    return static_cast<std::size_t>(static_cast<unsigned char>(bytes[index]));
-  };
-  const std::size_t size = byte(16) * 256 + byte(17);
-  return size == 1 ? 65536 : size;
+  const std::uint64_t size = BigEndian(bytes.substr(16, 2));
+  return size == 1 ? 65536 : static_cast<std::size_t>(size);
 }
 
 }  // namespace

@@ -1,0 +1,26 @@
+// Looking at the database files beside a host that may be saving them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/recovery/Finding.h"
+#include "apps/recovery/RepairPlan.h"
+
+namespace KT {
+
+// One database file and what belongs to it.
+struct StoreLook {
+  Finding finding;
+  RepairPlan plan;                        // what the finding calls for
+  std::optional<std::string> unreadable;  // why there is no finding; only its file and path are set then
+  std::vector<std::string> setAside;      // names of what was set aside before, in order
+};
+
+// Looks at each file and only reads. A save in progress looks like one that was cut short, and is over soon: a file
+// that is not whole is looked at again, as TryPatiently does, and the last look counts. Throws StoreError when the
+// folder cannot be read.
+std::vector<StoreLook> LookAtStore(const std::wstring& folder, const Sleep& sleep);
+
+}  // namespace KT

@@ -37,7 +37,8 @@ Json ParseJson(const std::string& text) {
     return Json::parse(
         text, [&check](int depth, Json::parse_event_t event, Json& parsed) { return check(depth, event, parsed); });
   } catch (const Json::exception& error) {  // a number beyond a double's range is not a parse_error
-    throw std::runtime_error(std::string("not JSON: ") + error.what());
+    // It quotes what was read last, which may hold anything.
+    throw std::runtime_error("not JSON: " + ToTerminalText(error.what()));
   }
 }
 

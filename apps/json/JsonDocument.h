@@ -8,8 +8,8 @@ namespace KT {
 
 using Json = nlohmann::ordered_json;
 
-// Parses one document. Throws std::runtime_error that says what is wrong and where (line and column for what is not
-// JSON, the name for a member that stands twice in one object).
+// Parses one document. Throws std::runtime_error that says in one line for a terminal what is wrong and where (line and
+// column for what is not JSON, the name for a member that stands twice in one object).
 Json ParseJson(const std::string& text);
 
 }  // namespace KT

@@ -58,6 +58,7 @@ requires std::is_integral_v<Integer> std::string Read(const Json& value, Integer
 std::string Found(const Json& value) {
   if (value.is_object()) return "an object";
   if (value.is_array()) return "an array";
+  if (value.is_string()) return "\"" + ToTerminalText(value.get<std::string>()) + "\"";
   return value.dump();
 }
 

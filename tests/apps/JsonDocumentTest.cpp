@@ -37,6 +37,11 @@ TEST(ParseJson, RefusesWhatIsNoDocumentOfItsOwn) {
   }
 }
 
+TEST(ParseJson, QuotesWhatIsNotJsonForATerminal) {
+  const std::string error = ErrorOf([] { ParseJson("[\"a\x7f\xff\"]"); });
+  EXPECT_NE(error.find("'\"a\\x7f\\xff'"), std::string::npos) << error;
+}
+
 TEST(ParseJson, RefusesANumberBeyondADouble) {
   EXPECT_EQ(ErrorOf([] { ParseJson("1e999"); }).find("not JSON: "), 0U);
 }

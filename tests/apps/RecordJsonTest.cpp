@@ -180,6 +180,7 @@ TEST(RecordJson, ValuesOfAnotherTypeAreNamedWithTheirPlace) {
   };
   EXPECT_EQ(error(R"({"isPaired": 1})"), "paired.isPaired: expected true or false, found 1");
   EXPECT_EQ(error(R"({"isPaired": "true"})"), "paired.isPaired: expected true or false, found \"true\"");
+  EXPECT_EQ(error(R"({"isPaired": "\u001b\u007f"})"), "paired.isPaired: expected true or false, found \"\\x1b\\x7f\"");
   EXPECT_EQ(error(R"({"devName": 7})"),
             "paired.devName: expected a string, or {\"hex\": \"...\"} with two digits a byte, found 7");
   EXPECT_EQ(error(R"({"devName": {"hex": "7"}})"),

@@ -60,6 +60,14 @@ std::int64_t StreamModel::WriteString(const std::string& text) {
   return WriteRaw({text.begin(), text.end()}) + 2;
 }
 
+std::int32_t StreamModel::PeekArrayCount() {
+  const std::size_t position = position_;
+  std::uint64_t number = 0;
+  ReadNumber(4, number);
+  position_ = position;
+  return static_cast<std::int32_t>(number);
+}
+
 std::int64_t StreamModel::ReadArray(std::vector<std::string>& texts) {
   std::uint64_t number = 0;
   std::int64_t total = ReadNumber(4, number);

@@ -22,6 +22,8 @@ class StreamModel {
   std::int64_t WriteNumber(std::size_t width, std::uint64_t number);
   std::int64_t ReadString(std::string& text);
   std::int64_t WriteString(const std::string& text);
+  // The count with which an array would begin here.
+  std::int32_t PeekArrayCount();
   std::int64_t ReadArray(std::vector<std::string>& texts);
   std::int64_t WriteArray(const std::vector<std::string>& texts);
   std::int64_t ReadLine(std::string& line);

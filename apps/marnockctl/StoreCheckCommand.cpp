@@ -17,7 +17,7 @@ constexpr const char* kHostRuns =
 
 bool Any(const std::vector<StoreLook>& looks, Condition condition) {
   return std::any_of(looks.begin(), looks.end(), [condition](const StoreLook& look) {
-    return !look.unreadable.has_value() && look.plan.condition == condition;
+    return !look.unreadable.has_value() && !look.isBeingSaved && look.plan.condition == condition;
   });
 }
 
@@ -31,10 +31,12 @@ ExitStatus StatusOf(const std::vector<StoreLook>& looks) {
   return Any(looks, Condition::Repairable) ? ExitStatus::NeedsRepair : ExitStatus::Done;
 }
 
-const char* SummaryOf(ExitStatus status) {
+const char* SummaryOf(ExitStatus status, const std::vector<StoreLook>& looks) {
   switch (status) {
     case ExitStatus::Done:
-      return "every file is whole, or was never written";
+      return std::any_of(looks.begin(), looks.end(), [](const StoreLook& look) { return look.isBeingSaved; })
+                 ? "nothing is wrong; a host is saving at this moment"
+                 : "every file is whole, or was never written";
     case ExitStatus::NeedsRepair:
       return "a save was cut short; nothing is lost, and a repair or the host's next start mends it";
     case ExitStatus::Lost:
@@ -58,7 +60,7 @@ ExitStatus Run(const StoreCheck&, RegistryClient& client, Reporter& reporter) {
     if (reporter.Json()) {
       reporter.Print(KT::Json{{"hostRunning", isHostRunning}, {"files", StoreJson(looks)}});
     } else {
-      reporter.Print(StoreText(looks) + "\n\n" + SummaryOf(status));
+      reporter.Print(StoreText(looks) + "\n\n" + SummaryOf(status, looks));
     }
     if (isHostRunning && status != ExitStatus::Done) {
       reporter.Complain(kHostRuns);

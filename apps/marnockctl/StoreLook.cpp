@@ -43,6 +43,14 @@ void Look(const StoreFile& file, const std::wstring& folder, const Sleep& sleep,
   }
 }
 
+bool IsSame(const FoundDatabase& one, const FoundDatabase& other) {
+  return one.isThere == other.isThere && one.fingerprint == other.fingerprint;
+}
+
+bool IsSame(const Finding& one, const Finding& other) {
+  return one.journal == other.journal && IsSame(one.database, other.database) && IsSame(one.temporary, other.temporary);
+}
+
 // Looks again. Whether that is enough: a save is never seen as no file at all twice in a row.
 bool LookAgain(const std::wstring& folder, const Sleep& sleep, StoreLook& look) {
   const auto isDone = [&look](Condition condition) {
@@ -52,8 +60,11 @@ bool LookAgain(const std::wstring& folder, const Sleep& sleep, StoreLook& look) 
     return true;
   }
   const bool wasAbsent = isDone(Condition::Absent);
-  Look(*look.finding.file, folder, sleep, look);
-  return isDone(Condition::Whole) || (wasAbsent && isDone(Condition::Absent));
+  const Finding before = look.finding;
+  Look(*before.file, folder, sleep, look);
+  const bool isEnough = isDone(Condition::Whole) || (wasAbsent && isDone(Condition::Absent));
+  look.isBeingSaved = !isEnough && !IsSame(before, look.finding);
+  return isEnough;
 }
 
 }  // namespace

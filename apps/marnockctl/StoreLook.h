@@ -15,12 +15,13 @@ struct StoreLook {
   Finding finding;
   RepairPlan plan;                        // what the finding calls for
   std::optional<std::string> unreadable;  // why there is no finding; only its file and path are set then
+  bool isBeingSaved = false;              // not whole, but it changes from one look to the next
   std::vector<std::string> setAside;      // names of what was set aside before, in order
 };
 
-// Looks at each file and only reads. A save in progress looks like one that was cut short, and is over soon: a file
-// that is not whole is looked at again, as TryPatiently does, and the last look counts. Throws StoreError when the
-// folder cannot be read.
+// Looks at each file and only reads. A save in progress looks like one that was cut short, but for the next
+// look: a file that is not whole is looked at again, as TryPatiently does, and the last look counts. One that has
+// changed even then is being saved over and over by a busy host. Throws StoreError when the folder cannot be read.
 std::vector<StoreLook> LookAtStore(const std::wstring& folder, const Sleep& sleep);
 
 }  // namespace KT

@@ -8,8 +8,14 @@ namespace KT {
 
 namespace {
 
-const char* NameOf(Condition condition) {
-  switch (condition) {
+const char* NameOfCondition(const StoreLook& look) {
+  if (look.unreadable.has_value()) {
+    return "unreadable";
+  }
+  if (look.isBeingSaved) {
+    return "being saved";
+  }
+  switch (look.plan.condition) {
     case Condition::Absent:
       return "absent";
     case Condition::Whole:
@@ -80,8 +86,12 @@ std::string OlderCopyText(const FoundDatabase& copy) {
                         : "not whole: " + ToTerminalText(copy.judgement.Problem());
 }
 
+// None while somebody else is at work.
 std::vector<std::string> StepsOf(const StoreLook& look) {
   std::vector<std::string> steps;
+  if (look.isBeingSaved) {
+    return steps;
+  }
   for (const RepairStep step : look.plan.steps) {
     steps.push_back(ToDo(step, look.finding.path));
   }
@@ -96,7 +106,7 @@ std::string TextOf(const StoreLook& look) {
     lines.Add("state", "unreadable: " + *look.unreadable);
   } else {
     lines.Add("state", CaseOf(look.plan));
-    lines.Add("condition", NameOf(look.plan.condition));
+    lines.Add("condition", NameOfCondition(look));
     if (look.finding.database.isThere) {
       AddDatabase(lines, look.finding.database);
     }
@@ -127,12 +137,10 @@ Json JsonOf(const FoundDatabase& found) {
 }
 
 Json JsonOf(const StoreLook& look) {
-  Json object{{"table", look.finding.file->name}, {"path", ToJson(PathOf(look))}};
+  Json object{{"table", look.finding.file->name}, {"path", ToJson(PathOf(look))}, {"condition", NameOfCondition(look)}};
   if (look.unreadable.has_value()) {
-    object["condition"] = "unreadable";
     object["state"] = ToJson(*look.unreadable);
   } else {
-    object["condition"] = NameOf(look.plan.condition);
     object["state"] = CaseOf(look.plan);
     object["rule"] = look.plan.rule;
     object["database"] = JsonOf(look.finding.database);

@@ -1,5 +1,6 @@
 #include "apps/recovery/Finding.h"
 
+#include <functional>
 #include <optional>
 
 #include "apps/recovery/DatabaseLock.h"
@@ -20,6 +21,7 @@ FoundDatabase Found(const StoreFile& file, const std::optional<std::string>& byt
   if (bytes.has_value()) {
     found.isThere = true;
     found.bytes = bytes->size();
+    found.fingerprint = std::hash<std::string>()(*bytes);
     found.judgement = Judge(file, *bytes, journal);
   }
   return found;

@@ -18,7 +18,8 @@ inline constexpr std::size_t kMaxDatabaseBytes = 512 * 1024 * 1024;
 struct FoundDatabase {
   bool isThere = false;
   std::size_t bytes = 0;
-  Judgement judgement;  // only for a file that is there
+  std::size_t fingerprint = 0;  // of the content: another one, another content
+  Judgement judgement;          // only for a file that is there
 
   bool IsWhole() const { return isThere && judgement.IsWhole(); }
 };

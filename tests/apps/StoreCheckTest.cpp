@@ -1,7 +1,10 @@
 // marnockctl store check.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "apps/json/JsonDocument.h"
 #include "tests/apps/StoreFixture.h"
@@ -137,6 +140,29 @@ TEST_F(StoreCheck, LooksAgainBeforeItReportsAFileThatMayJustBeSaved) {
   EXPECT_EQ(Tool({"store", "check"}), ExitStatus::Lost);
   EXPECT_EQ(out.find("table      peer\nfile       " + Windows(kPeerFile) + "\nstate      the file is whole\n"), 0U)
       << out;
+}
+
+// A host that saves one change after the other: no look finds the file whole, and each finds it different.
+TEST_F(StoreCheck, TakesAFileThatKeepsChangingForOneThatIsBeingSaved) {
+  Put(kPeerFile, "unfinished");
+  std::atomic<bool> isOver = false;
+  std::thread host([&] {
+    for (int round = 0; !isOver; ++round) {
+      Put(kPeerFile, "unfinished " + std::to_string(round));
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  });
+  const ExitStatus status = Tool({"store", "check"});
+  const std::string text = out;
+  const ExitStatus jsonStatus = Tool({"--json", "store", "check"});
+  isOver = true;
+  host.join();
+  EXPECT_EQ(status, ExitStatus::Done);
+  EXPECT_NE(text.find("\ncondition  being saved\n"), std::string::npos) << text;
+  EXPECT_EQ(text.find("to do"), std::string::npos) << text;
+  EXPECT_NE(text.find("\n\nnothing is wrong; a host is saving at this moment\n"), std::string::npos) << text;
+  EXPECT_EQ(jsonStatus, ExitStatus::Done);
+  EXPECT_EQ(KT::ParseJson(out).at("files")[0].at("condition"), "being saved");
 }
 
 TEST_F(StoreCheck, SaysThatAHostIsRunningBesideWhatIsToBeRepaired) {

@@ -10,26 +10,11 @@
 #include "codec/MessageParcel.h"
 #include "codec/messages/EncodedSize.h"
 #include "service/Marnock.h"
+#include "tests/service/MarnockTestAccess.h"
 #include "tests/service/RecordingIpcClient.h"
 #include "tests/support/ConsoleProfile.h"
 #include "tests/support/FakeOperatingSystem.h"
 #include "tests/support/LogCapture.h"
-
-namespace KT {
-
-// Makes and destroys services, which outside of tests only GetInstance does, and reaches their private operations.
-class MarnockTestAccess {
- public:
-  static Marnock* Make() { return new Marnock; }
-  static void Destroy(Marnock* service) { delete service; }
-  static bool PostIpc(Marnock& service, int a, int b, int c, char* data, int len) {
-    return service.PostIpc(a, b, c, data, len);
-  }
-  static void RegisterIpc(Marnock& service) { service.RegisterIpc(); }
-  static void UnRegisterIpc(Marnock& service) { service.UnRegisterIpc(); }
-};
-
-}  // namespace KT
 
 namespace support {
 

@@ -18,6 +18,9 @@ std::shared_ptr<MemoryDisk::File> MemoryDisk::Find(const std::string& name) cons
 }
 
 std::shared_ptr<MemoryDisk::File> MemoryDisk::Create(const std::string& name) {
+  if (refusesNewFiles_) {
+    return nullptr;
+  }
   auto& file = names_[name];
   file = std::make_shared<File>(File{files_++, {}});
   events_.push_back({.kind = Kind::Create, .file = file->number, .name = name});

@@ -44,6 +44,10 @@ class MemoryDisk {
   // From now on there is room for that many bytes in all files together.
   void LimitRoom(std::size_t bytes) { room_ = bytes; }
 
+  // From now on no file can be made.
+  void RefuseNewFiles(bool refuse) { refusesNewFiles_ = refuse; }
+
+  // Null when new files are refused.
   std::shared_ptr<File> Create(const std::string& name);
   // False, and nothing written, when there is no room.
   bool Write(File& file, std::size_t offset, std::string_view bytes);
@@ -58,13 +62,15 @@ class MemoryDisk {
   // What a reader sees now.
   DiskImage Image() const;
 
-  // Every change since construction.
+  // Every change since construction or ForgetEvents.
   const std::vector<DiskEvent>& Events() const { return events_; }
+  void ForgetEvents() { events_.clear(); }
 
  private:
   std::map<std::string, std::shared_ptr<File>> names_;
   std::vector<DiskEvent> events_;
   int files_ = 0;
+  bool refusesNewFiles_ = false;
   std::size_t room_ = std::numeric_limits<std::size_t>::max();
 };
 

@@ -135,7 +135,7 @@ TEST_F(StoreCheck, PrintsOneJsonDocument) {
 // A running host has just renamed the file and is writing the new one.
 TEST_F(StoreCheck, LooksAgainBeforeItReportsAFileThatMayJustBeSaved) {
   Put(kPeerFile, PeerDatabase(3));
-  Put(kCurrentFile, "");
+  Put(kCurrentFile, "damaged");
   system_.Fail(SystemCall::ReadSharedFile, 1, platform::kErrorFileNotFound);
   EXPECT_EQ(Tool({"store", "check"}), ExitStatus::Lost);
   EXPECT_EQ(out.find("table      peer\nfile       " + Windows(kPeerFile) + "\nstate      the file is whole\n"), 0U)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apps/marnockctl/StoreFolder.h"
+#include "apps/marnockctl/StoreLook.h"
 #include "apps/recovery/DatabaseImage.h"
 #include "apps/recovery/Finding.h"
 #include "apps/recovery/Salvage.h"
@@ -101,6 +102,7 @@ std::optional<StoreContent> ReadStoreContent(const std::string& name) {
   const auto candidates = Candidates(path);
   std::optional<Bytes> bytes;
   const StoreFile* whole = nullptr;
+  WaitForQuiet(PlenixBase::UTF8ToUnicode(path), &WaitFor);
   TryPatiently(&WaitFor, [&] {
     bytes = ReadBytes(path);
     whole = bytes.has_value() ? FirstThatIsWhole(candidates, *bytes) : nullptr;

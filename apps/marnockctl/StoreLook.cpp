@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/recovery/StoreError.h"
+#include "persistence/DatabaseFiles.h"
 #include "platform/OperatingSystem.h"
 #include "platform/text/PlenixBase.h"
 
@@ -69,10 +70,16 @@ bool LookAgain(const std::wstring& folder, const Sleep& sleep, StoreLook& look) 
 
 }  // namespace
 
+void WaitForQuiet(const std::wstring& path, const Sleep& sleep) {
+  TryPatiently(sleep, [&path] { return !FileExists(JournalPath(path)) && !FileExists(TemporaryPath(path)); });
+}
+
 std::vector<StoreLook> LookAtStore(const std::wstring& folder, const Sleep& sleep) {
   std::vector<StoreLook> looks(StoreFiles().size());
   for (std::size_t i = 0; i < looks.size(); ++i) {
-    Look(StoreFiles()[i], folder, sleep, looks[i]);
+    const StoreFile& file = StoreFiles()[i];
+    WaitForQuiet(folder + PlenixBase::UTF8ToUnicode(file.fileName), sleep);
+    Look(file, folder, sleep, looks[i]);
   }
   // All files in one round, so that three that are not whole take no longer than one.
   TryPatiently(sleep, [&] {

@@ -1,12 +1,13 @@
 // marnockctl store check.
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <thread>
 
 #include "apps/json/JsonDocument.h"
+#include "apps/marnockctl/StoreLook.h"
+#include "apps/marnockctl/StoreReport.h"
 #include "tests/apps/StoreFixture.h"
 
 namespace {
@@ -144,25 +145,41 @@ TEST_F(StoreCheck, LooksAgainBeforeItReportsAFileThatMayJustBeSaved) {
 
 // A host that saves one change after the other: no look finds the file whole, and each finds it different.
 TEST_F(StoreCheck, TakesAFileThatKeepsChangingForOneThatIsBeingSaved) {
+  int round = 0;
   Put(kPeerFile, "unfinished");
-  std::atomic<bool> isOver = false;
-  std::thread host([&] {
-    for (int round = 0; !isOver; ++round) {
-      Put(kPeerFile, "unfinished " + std::to_string(round));
-      std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
+  Put(kCurrentFile, "cut short");
+  const auto looks = KT::LookAtStore(profile_.Root() + L"\\Orvnta\\DeviceMgr\\", [&](std::chrono::milliseconds) {
+    Put(kPeerFile, "unfinished " + std::to_string(++round));
   });
-  const ExitStatus status = Tool({"store", "check"});
-  const std::string text = out;
-  const ExitStatus jsonStatus = Tool({"--json", "store", "check"});
-  isOver = true;
-  host.join();
-  EXPECT_EQ(status, ExitStatus::Done);
+  EXPECT_TRUE(looks.at(0).isBeingSaved);
+  EXPECT_FALSE(looks.at(1).isBeingSaved);
+  const std::string text = KT::StoreText({looks[0]});
   EXPECT_NE(text.find("\ncondition  being saved\n"), std::string::npos) << text;
   EXPECT_EQ(text.find("to do"), std::string::npos) << text;
-  EXPECT_NE(text.find("\n\nnothing is wrong; a host is saving at this moment\n"), std::string::npos) << text;
-  EXPECT_EQ(jsonStatus, ExitStatus::Done);
-  EXPECT_EQ(KT::ParseJson(out).at("files")[0].at("condition"), "being saved");
+  EXPECT_EQ(KT::StoreJson(looks)[0].at("condition"), "being saved");
+  EXPECT_EQ(KT::StoreJson(looks)[1].at("condition"), "lost");
+}
+
+// The save is over after a while. Until then neither the journal nor the older copy is opened.
+TEST_F(StoreCheck, WaitsForTheEndOfASave) {
+  const std::string journal = std::string(kPeerFile) + "-journal";
+  Put(kPeerFile, PeerDatabase(1));
+  Put(journal, FreshJournal());
+  int sleeps = 0;
+  const auto looks = KT::LookAtStore(profile_.Root() + L"\\Orvnta\\DeviceMgr\\", [&](std::chrono::milliseconds) {
+    if (++sleeps == 9) {
+      std::filesystem::remove(profile_.NativeFile(journal));
+    }
+  });
+  EXPECT_EQ(sleeps, 9);
+  EXPECT_EQ(looks.at(0).plan.condition, KT::Condition::Whole);
+  const auto& calls = system_.Calls();
+  const auto read = std::find_if(calls.begin(), calls.end(),
+                                 [](const std::string& call) { return call.starts_with("ReadSharedFile"); });
+  const auto lastWait = std::find_if(calls.rbegin(), calls.rend(), [&](const std::string& call) {
+    return call == "GetFileAttributesW(" + Windows(journal) + ")";
+  });
+  EXPECT_GT(read, lastWait.base() - 1);
 }
 
 TEST_F(StoreCheck, SaysThatAHostIsRunningBesideWhatIsToBeRepaired) {

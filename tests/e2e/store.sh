@@ -40,7 +40,14 @@ store_command 0 show peer
 expect "peers" "$(printf 'id  udId  sumId\n 1  u1    s1\n 2  u2    s2\n 3  u3    s3\n3 rows')" "$(cat "$machine/out")"
 
 checking "$((8 * scale)) looks while the host saves one change after the other"
-start_client "$machine/counters" count 2 1
+# Wine gives a deleted file's name free only when its last reader has closed it, which a host that pauses nowhere notices.
+if [ "$target" = native ]; then
+  start_client "$machine/counters" count 2 1
+else
+  : > "$machine/counters"
+  (while ctl peer set busy host; do :; done > "$machine/answers" 2>&1) &
+  client_pid=$!
+fi
 for _ in $(seq $((8 * scale))); do
   store_command 0 check
   case "$(last_line)" in
@@ -50,6 +57,7 @@ for _ in $(seq $((8 * scale))); do
   store_command 0 show "$peers"
 done
 expect_empty "complaints" "$(cat "$machine/err")"
+expect_empty "failures in the log" "$(log_failures)"
 kill_host
 wait "$client_pid" || true
 
@@ -87,6 +95,7 @@ store_command 1 show "$bad"
 checking "a device from the damaged file is given back to the service"
 ctl --json store show "$bad" 2> "$machine/err.raw" | tr -d '\r' |
   sed -E 's/.*"device":(\{[^{}]*\}).*/\1/' > "$machine/device.json" || true
+: > "$log"
 start_host
 ctl trusted set laptop-1 - < "$machine/device.json" > "$machine/answer"
 expect "the device" Laptop "$(ctl trusted get laptop-1 | tr -d '\r' | awk '$1 == "devName" { print $2 }')"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
 
 #include "tests/support/SqliteAllocationFaults.h"
 
@@ -12,18 +13,12 @@ namespace faults {
 namespace {
 
 using support::Allocator;
+using support::FaultSpan;
 using support::FileCall;
 using support::SystemCall;
 
 // Before main, and so before SQLite is used.
 const bool kSqliteCanRunOutOfMemory = support::LetSqliteRunOutOfMemory();
-
-template <class Selects>
-std::vector<FaultKind> KindsThat(Selects selects) {
-  std::vector<FaultKind> kinds;
-  std::copy_if(AllFaultKinds().begin(), AllFaultKinds().end(), std::back_inserter(kinds), selects);
-  return kinds;
-}
 
 }  // namespace
 
@@ -54,18 +49,19 @@ const std::vector<FaultKind>& AllFaultKinds() {
       {"create_directories", SystemFault{SystemCall::CreateDirectories, false}},
       {"create_directories throws", SystemFault{SystemCall::CreateDirectories, true}},
       {"permissions throws", SystemFault{SystemCall::AddOwnerAllOthersRead, true}},
-      {"operator new", Allocator::New},
-      {"SQLite's malloc", Allocator::Sqlite},
-      {"all memory", Allocator::Both},
+      {"memory", Allocator::Both},  // once: each allocation of either kind
+      {"operator new", Allocator::New, {FaultSpan::FromThenOn}},
+      {"SQLite's malloc", Allocator::Sqlite, {FaultSpan::FromThenOn}},
   };
   return kinds;
 }
 
 std::vector<FaultKind> FileFaultKinds() {
-  return KindsThat([](const FaultKind& kind) { return std::holds_alternative<FileFault>(kind.what); });
+  std::vector<FaultKind> kinds;
+  std::copy_if(AllFaultKinds().begin(), AllFaultKinds().end(), std::back_inserter(kinds),
+               [](const FaultKind& kind) { return std::holds_alternative<FileFault>(kind.what); });
+  return kinds;
 }
-
-std::vector<FaultKind> MemoryFaultKinds() { return KindsThat(&IsMemoryFault); }
 
 bool IsMemoryFault(const FaultKind& kind) { return std::holds_alternative<Allocator>(kind.what); }
 
@@ -76,7 +72,7 @@ FaultInjector::FaultInjector(support::FakeOperatingSystem& system) : system_(sys
   system_.StopRecording();
 }
 
-void FaultInjector::Arm(const FaultKind& kind, int nth, support::FaultSpan span) {
+void FaultInjector::Arm(const FaultKind& kind, int nth, FaultSpan span) {
   vfs_.ResetCounts();
   system_.Heal();
   system_.ClearCalls();

@@ -24,15 +24,14 @@ struct SystemFault {
 struct FaultKind {
   const char* name;
   std::variant<FileFault, SystemFault, support::Allocator> what;
+  std::vector<support::FaultSpan> spans{support::FaultSpan::Once, support::FaultSpan::FromThenOn};
 };
 
 // Every kind there is.
 const std::vector<FaultKind>& AllFaultKinds();
 
-// Only those that can keep SQLite from writing to the disk, or from reading it.
+// Only those of SQLite's file calls.
 std::vector<FaultKind> FileFaultKinds();
-// Only memory that runs out.
-std::vector<FaultKind> MemoryFaultKinds();
 
 bool IsMemoryFault(const FaultKind& kind);
 

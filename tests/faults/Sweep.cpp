@@ -44,7 +44,7 @@ bool RunRound(FaultInjector& injector, const SweptOperation& operation, const Ro
 void Sweep(FaultInjector& injector, const std::vector<FaultKind>& kinds, const SweptOperation& operation) {
   Figures figures;
   for (const FaultKind& kind : kinds) {
-    for (const FaultSpan span : {FaultSpan::Once, FaultSpan::FromThenOn}) {
+    for (const FaultSpan span : kind.spans) {
       bool isReached = true;
       for (int nth = 1; isReached; ++nth) {
         SCOPED_TRACE(operation.name + ": " + kind.name + " " + std::to_string(nth) +

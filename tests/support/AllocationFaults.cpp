@@ -1,8 +1,12 @@
 #include "tests/support/AllocationFaults.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+
+#include "tests/support/AllocationRecord.h"
+#include "tests/support/UsableSize.h"
 
 namespace {
 
@@ -15,8 +19,32 @@ thread_local bool failsFromThenOn = false;
 thread_local Allocator failing = Allocator::New;
 thread_local bool happened = false;
 
+// What the record that is under way on this thread has seen.
+thread_local bool isRecording = false;
+thread_local std::ptrdiff_t liveBytes = 0;
+thread_local std::ptrdiff_t peakBytes = 0;
+
+void Record(void* memory) noexcept {
+  if (isRecording && memory != nullptr) {
+    liveBytes += static_cast<std::ptrdiff_t>(support::UsableSize(memory));
+    peakBytes = std::max(peakBytes, liveBytes);
+  }
+}
+
 void* Allocate(std::size_t size) noexcept {
-  return support::IsAllocationMadeToFail(Allocator::New) ? nullptr : std::malloc(size == 0 ? 1 : size);
+  if (support::IsAllocationMadeToFail(Allocator::New)) {
+    return nullptr;
+  }
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  Record(memory);
+  return memory;
+}
+
+void Free(void* memory) noexcept {
+  if (isRecording && memory != nullptr) {
+    liveBytes -= static_cast<std::ptrdiff_t>(support::UsableSize(memory));
+  }
+  std::free(memory);
 }
 
 void* AllocateOrThrow(std::size_t size) {
@@ -31,12 +59,12 @@ void* operator new(std::size_t size) { return AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }
 
 namespace support {
 
@@ -65,5 +93,15 @@ AllocationFault::~AllocationFault() { Stop(); }
 void AllocationFault::Stop() { remaining = 0; }
 
 bool AllocationFault::Happened() const { return happened; }
+
+AllocationRecord::AllocationRecord() {
+  liveBytes = 0;
+  peakBytes = 0;
+  isRecording = true;
+}
+
+AllocationRecord::~AllocationRecord() { isRecording = false; }
+
+std::size_t AllocationRecord::PeakBytes() const { return static_cast<std::size_t>(peakBytes); }
 
 }  // namespace support

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <new>
 
 namespace KT {
 
@@ -36,7 +37,14 @@ int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset) 
   std::string& content = ContentOf(file);
   const auto start = static_cast<std::size_t>(offset);
   const auto length = static_cast<std::size_t>(size);
-  content.resize(std::max(content.size(), start + length));
+  if (start + length > kMaxMemoryFileBytes) {
+    return SQLITE_FULL;
+  }
+  try {
+    content.resize(std::max(content.size(), start + length));
+  } catch (const std::bad_alloc&) {  // must not pass through SQLite
+    return SQLITE_IOERR_NOMEM;
+  }
   std::memcpy(content.data() + start, data, length);
   return SQLITE_OK;
 }

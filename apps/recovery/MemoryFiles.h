@@ -2,6 +2,7 @@
 // the disk.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -9,6 +10,9 @@
 struct sqlite3_vfs;
 
 namespace KT {
+
+// A file that would grow beyond this fails as on a full disk. What a rollback journal asks for may be any size.
+inline constexpr std::size_t kMaxMemoryFileBytes = 512 * 1024 * 1024;
 
 // Registered with SQLite, not as the default, for as long as it lives; every database opened on it must be closed
 // before. No locks and no shared memory: one connection at a time, one thread.

@@ -90,6 +90,12 @@ TEST(Judgement, RollsTheCopyBackWhenItGetsAJournal) {
   EXPECT_EQ(KT::Judge(Peer(), PeerDatabase("a"), JournalHeader(0)).Problem(), "the table PEER_DEVICE is missing");
 }
 
+TEST(Judgement, GrowsNoCopyBeyondWhatAFileMayHold) {
+  // SQLite takes a journal at its word, whatever it says of the file's size before the change: here 8 TiB.
+  const std::string journal = JournalHeader(0).replace(16, 4, "\x7f\xff\xff\xff");
+  EXPECT_EQ(KT::Judge(Peer(), PeerDatabase("a"), journal).Problem(), "database or disk is full");
+}
+
 TEST(Judgement, SeesWhatAHotJournalBringsBack) {
   HotDatabase hot = HalfChangedPeerDatabase();
   hot.file.replace(4096, 4096, std::string(4096, '\0'));  // the change had reached the disk in part

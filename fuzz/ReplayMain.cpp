@@ -2,9 +2,9 @@
 // an input that once found a fault finds it again in every test run.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -24,8 +24,7 @@ std::vector<std::filesystem::path> FilesOf(const std::filesystem::path& folder) 
 
 // The name is printed first, so that a target which stops the program shows with what.
 void Run(const std::filesystem::path& file) {
-  std::printf("%s\n", file.filename().string().c_str());
-  std::fflush(stdout);
+  std::cout << file.filename().string() << std::endl;
   std::ifstream stream(file, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
   // A copy of just its size on the heap: reading past its end is reading past an allocation.
@@ -43,6 +42,6 @@ int main(int argc, char** argv) {
       ++count;
     }
   }
-  std::printf("%zu inputs\n", count);
+  std::cout << count << " inputs" << std::endl;
   return count > 0 ? 0 : 1;  // a corpus that is not there is no success
 }

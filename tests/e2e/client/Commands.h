@@ -16,6 +16,11 @@ int CountUntilLost(int clients, int first);
 // request in the end.
 int Crowd(int connections, int places);
 
+// `clients` at once, numbered from 0, send `requests` requests between them, of all kinds. Each client's connection
+// ends every fifty requests, and another one, which breaks the protocol, takes its place for a moment. Prints
+// "<n> right, <n> bad frames, <n> faults".
+int Soak(int clients, int requests);
+
 // One connection, which is greeted, prints "idle" and then does nothing until the standard input ends.
 int Idle();
 

@@ -16,11 +16,11 @@ int Run(int count, char** arguments) {
   if (is("load", 3)) return e2e::Load(number(2), number(3), number(4));
   if (is("count", 2)) return e2e::CountUntilLost(number(2), number(3));
   if (is("crowd", 2)) return e2e::Crowd(number(2), number(3));
+  if (is("soak", 2)) return e2e::Soak(number(2), number(3));
   if (is("idle", 0)) return e2e::Idle();
   if (is("send", 2)) return e2e::Send(number(2), arguments[3]);
-  std::cerr
-      << "usage: e2e_client load FIRST CLIENTS REQUESTS | count CLIENTS FIRST | crowd CONNECTIONS PLACES | idle | "
-         "send CODE HEX\n";
+  std::cerr << "usage: e2e_client load FIRST CLIENTS REQUESTS | count CLIENTS FIRST | crowd CONNECTIONS PLACES | "
+               "soak CLIENTS REQUESTS | idle | send CODE HEX\n";
   return 2;
 }
 

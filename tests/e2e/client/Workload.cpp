@@ -61,8 +61,10 @@ void Erase(Devices& devices, const std::string& key) {
 
 }  // namespace
 
-Workload::Workload(int client)
-    : name_("c" + std::to_string(client) + "-"), random_(static_cast<std::mt19937::result_type>(client)) {}
+Workload::Workload(int client, Changes changes)
+    : name_("c" + std::to_string(client) + "-"),
+      random_(static_cast<std::mt19937::result_type>(client)),
+      allowed_(changes) {}
 
 WorkItem Workload::Next() {
   if (cleared_ < 3 * kKeysPerClient) {
@@ -85,6 +87,9 @@ WorkItem Workload::Clear(std::size_t step) {
 
 WorkItem Workload::Change() {
   ++changes_;
+  if (allowed_ == Changes::Peers) {
+    return SetPeer();
+  }
   switch (Below(9)) {
     case 0:
     case 1:

@@ -24,9 +24,12 @@ struct WorkItem {
 // and nobody else uses its keys. One in forty requests is a change, so that the disk is not all that is measured.
 class Workload {
  public:
+  // Everybody may change peers; the devices of more than a few clients would not fit the replies to a list.
+  enum class Changes { All, Peers };
+
   // `client` tells the keys and device names of one client from those of the others. The first requests delete what an
   // earlier client of that number left.
-  explicit Workload(int client);
+  explicit Workload(int client, Changes changes = Changes::All);
 
   WorkItem Next();
 
@@ -56,6 +59,7 @@ class Workload {
 
   const std::string name_;  // the beginning of every key and device name
   std::mt19937 random_;
+  const Changes allowed_;
   std::size_t cleared_ = 0;
   int changes_ = 0;
   std::map<std::string, std::string> peers_;

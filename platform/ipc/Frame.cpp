@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <array>
 
 namespace platform::ipc {
@@ -67,6 +68,15 @@ FrameResult ParseWhole(std::span<char> bytes) {
   return {.state = FrameState::Complete, .frame = frame, .bytes = bytes};
 }
 
+// Half a frame in a stream would spoil all that follows: what has no room fails before anything is appended. The room
+// at least doubles where it has to grow.
+void MakeRoom(std::vector<char>& out, std::size_t more) {
+  const std::size_t needed = out.size() + more;
+  if (needed > out.capacity()) {
+    out.reserve(std::max(needed, 2 * out.capacity()));
+  }
+}
+
 }  // namespace
 
 FrameResult ParseFrame(std::span<char> buffer) {
@@ -97,6 +107,7 @@ bool IsUtf8(std::string_view text) { return utf8::is_valid(text.begin(), text.en
 std::size_t EncodedBytes(const Frame& frame) { return kFrameHeaderBytes + frame.name.size() + frame.payload.size(); }
 
 void AppendFrame(const Frame& frame, std::vector<char>& out) {
+  MakeRoom(out, EncodedBytes(frame));
   std::array<char, kFrameHeaderBytes> header{};
   Store<4>(static_cast<std::uint32_t>(EncodedBytes(frame) - kLengthFieldBytes), header.data());
   StoreInt(frame.receiver, header.data() + kReceiverAt);

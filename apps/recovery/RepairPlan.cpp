@@ -40,8 +40,8 @@ RepairPlan PlanForRestore(const Finding& finding) {
   return plan;
 }
 
-// FILE not whole and no whole FILE.tmp. An empty FILE, or one beside a fresh journal, without FILE.tmp is what the first
-// save ever leaves that is cut short: nothing was acknowledged before.
+// FILE not whole and no whole FILE.tmp. An empty FILE, or one beside a fresh journal, without FILE.tmp is what the
+// first save ever leaves that is cut short: nothing was acknowledged before.
 RepairPlan PlanForLoss(const Finding& finding) {
   const bool isUnfinished = finding.database.bytes == 0 || finding.journal == JournalKind::Fresh;
   const bool wasFirstSave = isUnfinished && !finding.temporary.isThere;

@@ -43,7 +43,9 @@ void RestartedHost::CopyFolderOf(const support::ConsoleProfile& original) const 
   for (const auto& entry : std::filesystem::directory_iterator(copy_.NativeFile(""))) {
     std::filesystem::remove(entry.path());
   }
-  std::filesystem::copy(original.NativeFile(""), copy_.NativeFile(""));
+  for (const auto& entry : std::filesystem::directory_iterator(original.NativeFile(""))) {
+    support::WriteBytes(copy_.NativeFile("") / entry.path().filename(), support::ReadBytes(entry.path()));
+  }
 }
 
 void RestartedHost::Repair() const {

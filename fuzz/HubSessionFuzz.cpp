@@ -61,7 +61,7 @@ class Session {
     hub_.Listen("");
   }
 
-  ~Session() {
+  ~Session() {  // NOLINT(bugprone-exception-escape): what is thrown here ends the program, and so is found
     hub_.CloseAll();
     Run();
   }
@@ -127,13 +127,15 @@ class Session {
     return bytes;
   }
 
+  std::int32_t SmallNumber() { return static_cast<std::int32_t>(input_.Take<std::int8_t>()); }
+
   Bytes SomeFrame() {
     Bytes payload(input_.Take<std::uint8_t>() * std::size_t{16});
     const auto flags = input_.Take<std::uint8_t>();
     std::fill(payload.begin(), payload.end(), static_cast<char>(flags));
-    Frame frame{.receiver = SomeId(), .sender = SomeId(), .code = input_.Take<std::int8_t>(), .payload = payload};
-    if ((flags & 1U) != 0) frame.replyCode = input_.Take<std::int8_t>();
-    if (flags > 0xf0) frame.status = input_.Take<std::int8_t>();
+    Frame frame{.receiver = SomeId(), .sender = SomeId(), .code = SmallNumber(), .payload = payload};
+    if ((flags & 1U) != 0) frame.replyCode = SmallNumber();
+    if (flags > 0xf0) frame.status = SmallNumber();
     Bytes bytes;
     platform::ipc::AppendFrame(frame, bytes);
     return bytes;
@@ -196,8 +198,7 @@ class Session {
   void ReadAll() {
     for (bool isProgress = true; isProgress;) {
       isProgress = false;
-      for (std::size_t i = 0; i < model_.Clients().size(); ++i) {
-        const ModelClient& client = model_.Clients()[i];
+      for (const ModelClient& client : model_.Clients()) {
         const std::size_t before = client.pipe->Written().size();
         while (client.pipe->TakenBytes() < client.pipe->Written().size()) {
           client.pipe->Take(client.pipe->Written().size());

@@ -43,7 +43,7 @@ struct Store {
 const std::vector<Store>& Stores() {
   static const std::vector<Store> stores = [] {
     fuzz::UsePlainSqliteMemory();
-    return std::vector<Store>{{&KT::StoreFiles()[0], fuzz::PeerStates()},
+    return std::vector<Store>{{&KT::StoreFiles().front(), fuzz::PeerStates()},
                               {&KT::StoreFiles()[2], fuzz::TrustedStates()}};
   }();
   return stores;
@@ -154,7 +154,7 @@ void UseTrusted(bool mustSucceed) {
 }
 
 void Use(const Store& store, bool mustSucceed) {
-  if (store.file == &KT::StoreFiles()[0]) {
+  if (store.file == &KT::StoreFiles().front()) {
     UsePeers(mustSucceed);
   } else {
     UseTrusted(mustSucceed);

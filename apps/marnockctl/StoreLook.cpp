@@ -24,6 +24,7 @@ std::vector<std::string> FilesIn(const std::wstring& folder) {
     return {};
   }
   std::vector<std::string> names;
+  names.reserve(wide.size());
   for (const std::wstring& name : wide) {
     names.push_back(PlenixBase::UnicodeToUTF8(name));
   }

@@ -45,6 +45,7 @@ std::string TableOf(const std::vector<StoredDevice<Record>>& rows) {
   TextTable table;
   AddKeys(table, rows);
   std::vector<Record> records;
+  records.reserve(rows.size());
   for (const auto& row : rows) {
     records.push_back(row.device);
   }

@@ -58,8 +58,8 @@ bool IsUtf8(std::string_view text);
 // The size of the encoded frame.
 std::size_t EncodedBytes(const Frame& frame);
 
-// Appends the encoded frame to `out`, or throws std::bad_alloc and leaves `out` as it is. The frame must fit (FitsFrame)
-// and its name be UTF-8.
+// Appends the encoded frame to `out`, or throws std::bad_alloc and leaves `out` as it is. The frame must fit
+// (FitsFrame) and its name be UTF-8.
 void AppendFrame(const Frame& frame, std::vector<char>& out);
 
 // Overwrites the sender in an encoded frame.

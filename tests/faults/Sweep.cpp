@@ -1,5 +1,7 @@
 #include "tests/faults/Sweep.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
 
 namespace faults {
@@ -10,6 +12,12 @@ using support::FaultSpan;
 
 // Far more calls than any operation makes: one that never ends is a failure, not a hang.
 constexpr int kMostCalls = 20'000;
+
+// How many calls lie between two that are made to fail: 1, unless MARNOCK_FAULT_STRIDE says otherwise.
+int Stride() {
+  const char* const text = std::getenv("MARNOCK_FAULT_STRIDE");
+  return text == nullptr ? 1 : std::max(1, std::atoi(text));
+}
 
 struct Figures {
   int injected = 0;
@@ -43,10 +51,11 @@ bool RunRound(FaultInjector& injector, const SweptOperation& operation, const Ro
 
 void Sweep(FaultInjector& injector, const std::vector<FaultKind>& kinds, const SweptOperation& operation) {
   Figures figures;
+  const int stride = Stride();
   for (const FaultKind& kind : kinds) {
     for (const FaultSpan span : kind.spans) {
       bool isReached = true;
-      for (int nth = 1; isReached; ++nth) {
+      for (int nth = 1; isReached; nth += stride) {
         SCOPED_TRACE(operation.name + ": " + kind.name + " " + std::to_string(nth) +
                      (span == FaultSpan::Once ? "" : " and from then on"));
         isReached = RunRound(injector, operation, {kind, span, nth}, figures);

@@ -61,7 +61,8 @@ ctl --json status | tr -d '\r' > "$machine/status.json"
 expect "connections cut off" "$bad_frames" "$(sed -E 's/.*"cutOff":([0-9]+).*/\1/' "$machine/status.json")"
 most=$(sed -E 's/.*"most":([0-9]+).*/\1/' "$machine/status.json")
 echo "  connections at one time: $most"
-expect_at_most "connections at one time" "$connections" "$most"
+# One that was cut off may still count while its client is back already.
+expect_at_most "connections at one time" $((connections * 9 / 8)) "$most"
 [ "$most" -ge $((connections * 9 / 10)) ] || fault "connections at one time" "nearly $connections" "$most"
 expect_empty "failures in the log besides connections" \
   "$(cat "$machine"/soak*.log | grep -E '^[^ ]+ 4 ' | grep -vE ' (closed|refused): ' | head -n 5)"

@@ -39,8 +39,8 @@ struct SweptOperation {
 
 // For every kind, once and from then on: prepares, arms the fault at the first call, runs, heals and checks; then at
 // the second call, and so on, until the operation no longer reaches the fault; of many calls only every n-th where the
-// environment's MARNOCK_FAULT_STRIDE is n. Stops at the first round whose check fails. Prints how many faults there were
-// and what they did, and records it as properties of the test.
+// environment's MARNOCK_FAULT_STRIDE is n. Stops at the first round whose check fails. Prints how many faults there
+// were and what they did, and records it as properties of the test.
 void Sweep(FaultInjector& injector, const std::vector<FaultKind>& kinds, const SweptOperation& operation);
 
 }  // namespace faults

@@ -4,6 +4,7 @@
 
 #include "apps/json/ByteText.h"
 #include "apps/marnockctl/TextTable.h"
+#include "codec/Protocol.h"
 
 namespace KT {
 
@@ -50,26 +51,17 @@ std::string SavesTable(const Json& saves) {
   return table.Text();
 }
 
-// One column of the requests' table: `title` and what `cell` makes of each request.
-template <class Cell>
-std::vector<std::string> Column(const std::string& title, const Json& requests, Cell&& cell) {
-  std::vector<std::string> column{title};
-  for (const Json& request : requests) {
-    column.push_back(cell(request));
-  }
-  return column;
-}
-
 std::string RequestsTable(const Json& requests) {
   TextTable table;
   table.AddColumn(Column("request", requests,
                          [](const Json& request) { return ToTerminalText(request.at("name").get<std::string>()); }));
   table.AddColumn(Column("received", requests, [](const Json& request) { return Number(request, "received"); }),
                   TextTable::Align::Right);
-  for (const char* result : {"0", "-4996", "-4999"}) {
-    table.AddColumn(
-        Column(result, requests, [result](const Json& request) { return Number(request.at("results"), result); }),
-        TextTable::Align::Right);
+  for (const int code : {kResultSuccess, kResultReadOrPeerFailed, kResultTapChangeFailed}) {
+    const std::string result = std::to_string(code);
+    table.AddColumn(Column(result, requests,
+                           [&result](const Json& request) { return Number(request.at("results"), result.c_str()); }),
+                    TextTable::Align::Right);
   }
   table.AddColumn(Column("unanswered", requests, [](const Json& request) { return Number(request, "unanswered"); }),
                   TextTable::Align::Right);

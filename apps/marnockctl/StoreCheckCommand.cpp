@@ -1,7 +1,6 @@
 #include "apps/marnockctl/StoreCheckCommand.h"
 
 #include <algorithm>
-#include <thread>
 
 #include "apps/marnockctl/StoreFolder.h"
 #include "apps/marnockctl/StoreLook.h"
@@ -54,8 +53,7 @@ bool IsHostRunning(RegistryClient& client) { return client.GetHostStatus().statu
 ExitStatus Run(const StoreCheck&, RegistryClient& client, Reporter& reporter) {
   try {
     const bool isHostRunning = IsHostRunning(client);
-    const auto looks =
-        LookAtStore(StoreFolder(), [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+    const auto looks = LookAtStore(StoreFolder(), &SleepFor);
     const ExitStatus status = StatusOf(looks);
     if (reporter.Json()) {
       reporter.Print(KT::Json{{"hostRunning", isHostRunning}, {"files", StoreJson(looks)}});

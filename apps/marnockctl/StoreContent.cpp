@@ -1,9 +1,7 @@
 #include "apps/marnockctl/StoreContent.h"
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
-#include <thread>
 #include <vector>
 
 #include "apps/marnockctl/StoreFolder.h"
@@ -18,8 +16,6 @@
 namespace KT {
 
 namespace {
-
-void WaitFor(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 
 std::string PathOf(const std::string& name) {
   for (const StoreFile& file : StoreFiles()) {
@@ -46,7 +42,7 @@ std::vector<const StoreFile*> Candidates(const std::string& path) {
 // A path with a drive is one of the machine that the service sees, any other one of the running system.
 std::optional<std::string> ReadFile(const std::string& path) {
   if (path.find(':') == 1) {
-    return ReadPatiently(PlenixBase::UTF8ToUnicode(path), &WaitFor);
+    return ReadPatiently(PlenixBase::UTF8ToUnicode(path), &SleepFor);
   }
   std::error_code ignored;  // what cannot be looked up cannot be read, which then says why
   const std::filesystem::path native(std::u8string(path.begin(), path.end()));
@@ -102,8 +98,8 @@ std::optional<StoreContent> ReadStoreContent(const std::string& name) {
   const auto candidates = Candidates(path);
   std::optional<Bytes> bytes;
   const StoreFile* whole = nullptr;
-  WaitForQuiet(PlenixBase::UTF8ToUnicode(path), &WaitFor);
-  TryPatiently(&WaitFor, [&] {
+  WaitForQuiet(PlenixBase::UTF8ToUnicode(path), &SleepFor);
+  TryPatiently(&SleepFor, [&] {
     bytes = ReadBytes(path);
     whole = bytes.has_value() ? FirstThatIsWhole(candidates, *bytes) : nullptr;
     return whole != nullptr;

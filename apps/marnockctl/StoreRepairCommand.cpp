@@ -45,16 +45,12 @@ class Actions {
 };
 
 void TellWhatToDo(const std::wstring& folder, Actions& actions) {
-  const Sleep sleep = HostHooks().sleep;
   for (const StoreFile& file : StoreFiles()) {
-    const Finding finding = Inspect(file, folder, sleep);
-    InsistOnNoLock(finding, sleep);
+    const Finding finding = Inspect(file, folder, &SleepFor);
+    InsistOnNoLock(finding, &SleepFor);
     const RepairPlan plan = PlanFor(finding);
     for (const RepairStep step : plan.steps) {
-      const bool isLoss = IsLoss(plan, step);
-      actions.Tell(std::string(file.name) + " store: would " + ToDo(step, finding.path) + ": " + CaseOf(plan) +
-                       (isLoss ? "; what it held is lost to the service" : ""),
-                   isLoss);
+      actions.Tell(ActionLine(finding, plan, step, "would " + ToDo(step, finding.path)), IsLoss(plan, step));
     }
   }
 }

@@ -15,16 +15,6 @@ namespace KT {
 
 namespace {
 
-// A cell a row under `title`.
-template <class Row, class Cell>
-std::vector<std::string> Column(const char* title, const std::vector<Row>& rows, Cell&& cell) {
-  std::vector<std::string> column{title};
-  for (const Row& row : rows) {
-    column.push_back(cell(row));
-  }
-  return column;
-}
-
 template <class Row>
 void AddKeys(TextTable& table, const std::vector<Row>& rows) {
   table.AddColumn(Column("id", rows, [](const Row& row) { return std::to_string(row.id); }), TextTable::Align::Right);

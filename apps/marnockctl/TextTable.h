@@ -6,6 +6,16 @@
 
 namespace KT {
 
+// The cells of one column: `title`, then what `cell` makes of each row.
+template <class Rows, class Cell>
+std::vector<std::string> Column(const std::string& title, const Rows& rows, Cell&& cell) {
+  std::vector<std::string> column{title};
+  for (const auto& row : rows) {
+    column.push_back(cell(row));
+  }
+  return column;
+}
+
 class TextTable {
  public:
   enum class Align { Left, Right };

@@ -29,8 +29,10 @@ FoundDatabase Found(const StoreFile& file, const std::optional<std::string>& byt
 
 // Beside a fresh journal nothing tells whether the file was synced before the power failed.
 void JudgeAsUnsynced(FoundDatabase& found, const std::string& bytes) {
-  const auto page = FirstUnwrittenPage(bytes);
-  if (found.IsWhole() && page.has_value()) {
+  if (!found.IsWhole()) {
+    return;
+  }
+  if (const auto page = FirstUnwrittenPage(bytes); page.has_value()) {
     found.judgement.integrity = "page " + std::to_string(*page) + " was never written";
   }
 }

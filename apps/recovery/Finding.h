@@ -7,13 +7,14 @@
 
 #include "apps/recovery/JournalHeader.h"
 #include "apps/recovery/Judgement.h"
+#include "apps/recovery/MemoryFiles.h"
 #include "apps/recovery/Patience.h"
 #include "apps/recovery/StoreFile.h"
 
 namespace KT {
 
 // More than any table of devices needs, and little enough to be held in memory several times.
-inline constexpr std::size_t kMaxDatabaseBytes = 512 * 1024 * 1024;
+inline constexpr std::size_t kMaxDatabaseBytes = kMaxMemoryFileBytes;
 
 struct FoundDatabase {
   bool isThere = false;

@@ -3,10 +3,14 @@
 
 #include <chrono>
 #include <functional>
+#include <thread>
 
 namespace KT {
 
 using Sleep = std::function<void(std::chrono::milliseconds)>;
+
+// The Sleep of programs: the calling thread's.
+inline void SleepFor(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 
 inline constexpr int kTries = 10;
 inline constexpr std::chrono::milliseconds kLongerEachTime{25};

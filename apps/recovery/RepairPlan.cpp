@@ -124,6 +124,11 @@ std::string CaseOf(const RepairPlan& plan) {
   }
 }
 
+std::string ActionLine(const Finding& finding, const RepairPlan& plan, RepairStep step, const std::string& action) {
+  return std::string(finding.file->name) + " store: " + action + ": " + CaseOf(plan) +
+         (IsLoss(plan, step) ? "; what it held is lost to the service" : "");
+}
+
 std::string ToDo(RepairStep step, const std::wstring& path) {
   return TextOf(step).toDo + PlenixBase::UnicodeToUTF8(path + TextOf(step).suffix);
 }

@@ -38,6 +38,9 @@ RepairPlan PlanFor(const Finding& finding);
 // Whether the step is the one by which a plan gives up what was saved.
 bool IsLoss(const RepairPlan& plan, RepairStep step);
 
+// A line about a step of the plan: whose store, the action in the words given, the rule's case and what is lost.
+std::string ActionLine(const Finding& finding, const RepairPlan& plan, RepairStep step, const std::string& action);
+
 // What the rule's case is, for example "the file is whole beside the journal of an unfinished save".
 std::string CaseOf(const RepairPlan& plan);
 

@@ -19,7 +19,6 @@ namespace {
 constexpr std::string_view kMagic("SQLite format 3\0", 16);
 // Places in the header of a database.
 constexpr std::size_t kHeaderBytes = 100;
-constexpr std::size_t kPageBytes = 16;
 constexpr std::size_t kReservedBytes = 20;
 constexpr std::size_t kFirstFreePage = 32;
 
@@ -32,8 +31,7 @@ std::optional<PageLayout> LayoutFromHeader(std::string_view bytes) {
   if (bytes.size() < kHeaderBytes || !bytes.starts_with(kMagic)) {
     return std::nullopt;
   }
-  const std::size_t number = BigEndian(bytes.substr(kPageBytes, 2));
-  const PageLayout layout{number == 1 ? kLargestPage : number, BigEndian(bytes.substr(kReservedBytes, 1))};
+  const PageLayout layout{StatedPageBytes(bytes), BigEndian(bytes.substr(kReservedBytes, 1))};
   const bool makesSense = layout.pageBytes >= kSmallestPage && std::has_single_bit(layout.pageBytes);
   return makesSense ? std::optional(layout) : std::nullopt;
 }

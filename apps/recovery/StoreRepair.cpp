@@ -6,8 +6,6 @@
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
-#include <thread>
-
 #include "apps/recovery/Finding.h"
 #include "apps/recovery/RepairPlan.h"
 #include "apps/recovery/StoreError.h"
@@ -142,10 +140,7 @@ void RunPlan(const Finding& finding, const RepairPlan& plan, const std::wstring&
   FileRepair repair(folder, finding.path, hooks);
   for (const RepairStep step : plan.steps) {
     if (const auto done = repair.Run(step); done.has_value()) {
-      const bool isLoss = IsLoss(plan, step);
-      hooks.tell(std::string(finding.file->name) + " store: " + *done + ": " + CaseOf(plan) +
-                     (isLoss ? "; what it held is lost to the service" : ""),
-                 isLoss);
+      hooks.tell(ActionLine(finding, plan, step, *done), IsLoss(plan, step));
     }
   }
 }
@@ -170,8 +165,7 @@ bool RepairFile(const StoreFile& file, const std::wstring& folder, const RepairH
 }  // namespace
 
 RepairHooks HostHooks() {
-  return {[](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); },
-          [] { return std::chrono::system_clock::now(); },
+  return {&SleepFor, [] { return std::chrono::system_clock::now(); },
           [](const std::string& text, bool isLoss) {
             constexpr const char* kFunction = "KT::RepairStore";
             if (isLoss) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <optional>
 #include <unordered_set>
 
 #include "tests/crash/Choices.h"
@@ -126,12 +127,12 @@ struct Figures {
 
 class Crashes : public testing::TestWithParam<std::tuple<Scenario, NameRule>> {
  protected:
-  // Looks at one state that the recording's disk may be left in at that event. False when it was looked at before.
-  bool Check(const DiskImage& image, std::size_t events) {
+  // Looks at one state that the recording's disk may be left in at that event. Nothing when it was looked at before.
+  std::optional<Survivor> Check(const DiskImage& image, std::size_t events) {
     if (!seen_.insert(Print(image, events)).second) {
-      return false;
+      return std::nullopt;
     }
-    const Survivor survivor = crash::StartOn(image);
+    Survivor survivor = crash::StartOn(image);
     const bool isRight =
         !survivor.refusal.has_value() && recording_.IsAcceptable(survivor.rows, events) && survivor.isNextSaveRight;
     figures_.lost += isRight ? 0U : 1U;
@@ -140,16 +141,15 @@ class Crashes : public testing::TestWithParam<std::tuple<Scenario, NameRule>> {
       ADD_FAILURE() << "lost at event " << events << ": " << survivor.refusal.value_or("") << survivor.rows.size()
                     << " rows, next save right: " << survivor.isNextSaveRight << Listing(image);
     }
-    return true;
+    return survivor;
   }
 
   // The repair of that state, cut short in its turn.
-  void CheckRepairOf(const DiskImage& image, std::size_t events) {
-    const std::vector<DiskEvent> repair = crash::StartOn(image).repairEvents;
+  void CheckRepair(const std::vector<DiskEvent>& repair, const DiskImage& image, std::size_t events) {
     for (std::size_t count = 0; count <= repair.size(); ++count) {
       const PowerCut cut(image, repair, count, Rule());
       crash::ForEachChoice(cut, effort_.ofRepair, random_, [&](const PowerCut::Choice& choice) {
-        figures_.repairCuts += Check(cut.Image(choice), events) ? 1U : 0U;
+        figures_.repairCuts += Check(cut.Image(choice), events).has_value() ? 1U : 0U;
       });
     }
   }
@@ -158,10 +158,10 @@ class Crashes : public testing::TestWithParam<std::tuple<Scenario, NameRule>> {
     const PowerCut cut(recording_.start, recording_.events, events, Rule());
     crash::ForEachChoice(cut, effort_.ofSave, random_, [&](const PowerCut::Choice& choice) {
       const DiskImage image = cut.Image(choice);
-      if (Check(image, events)) {
+      if (const auto survivor = Check(image, events); survivor.has_value()) {
         ++figures_.powerCuts;
         if (++states_ % effort_.statesByRepair == 0) {
-          CheckRepairOf(image, events);
+          CheckRepair(survivor->repairEvents, image, events);
         }
       }
     });
@@ -183,7 +183,7 @@ TEST_P(Crashes, LoseNothingThatWasSaved) {
   for (std::size_t events = 0; events <= recording_.events.size(); ++events) {
     const PowerCut nothingLost(recording_.start, recording_.events, events, Rule());
     const PowerCut::Choice everything(nothingLost.Undecided(), true);
-    figures_.kills += Check(nothingLost.Image(everything), events) ? 1U : 0U;
+    figures_.kills += Check(nothingLost.Image(everything), events).has_value() ? 1U : 0U;
     CheckPowerCut(events);
   }
   std::cout << "crashes: " << std::get<Scenario>(GetParam()).name << ": " << recording_.events.size() << " events, "

@@ -10,6 +10,8 @@
 # Afterwards: $machine the folder of this machine, $store the folder of the database files, $log the host's log.
 # Everything is stopped and removed when the script ends.
 
+. "$tools/wine-server.sh"
+
 use_target() {
   target=$1
   bin=$(cd "$2" && pwd)
@@ -25,6 +27,8 @@ use_target() {
   else
     "$tools/new-wine-prefix" "${WINEPREFIX:?}" "$machine/wine"
     export WINEPREFIX=$machine/wine
+    export TMPDIR=$machine # where the Wine server makes its folder
+    keep_wine_server
     store=$WINEPREFIX/drive_c/users/$account/Orvnta/DeviceMgr
     run=("$tools/wine-run") suffix=.exe
   fi
@@ -35,10 +39,7 @@ leave_target() {
     kill -9 "$host_pid" 2>/dev/null || true
     wait "$host_pid" 2>/dev/null || true
   fi
-  if [ "$target" = windows ]; then
-    /usr/lib/wine/wineserver64 -k || true
-    /usr/lib/wine/wineserver64 -w || true
-  fi
+  [ "$target" = native ] || end_wine_server
   rm -rf "$machine"
 }
 

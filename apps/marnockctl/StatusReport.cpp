@@ -1,6 +1,7 @@
 #include "apps/marnockctl/StatusReport.h"
 
 #include <cstdint>
+#include <stdexcept>
 
 #include "apps/json/ByteText.h"
 #include "apps/marnockctl/TextTable.h"
@@ -10,9 +11,16 @@ namespace KT {
 
 namespace {
 
-std::string Number(const Json& object, const char* name) {
-  return std::to_string(object.at(name).get<std::uint64_t>());
+// A fraction or a negative number would be converted to some count without a word.
+std::uint64_t Count(const Json& object, const char* name) {
+  const Json& value = object.at(name);
+  if (!value.is_number_unsigned()) {
+    throw std::runtime_error(std::string("\"") + name + "\" is not a whole number of 0 or more");
+  }
+  return value.get<std::uint64_t>();
 }
+
+std::string Number(const Json& object, const char* name) { return std::to_string(Count(object, name)); }
 
 std::string TwoDigits(std::uint64_t value) { return (value < 10 ? "0" : "") + std::to_string(value); }
 
@@ -28,7 +36,7 @@ std::string Summary(const Json& document) {
   const Json& connections = document.at("connections");
   TextTable table;
   table.AddColumn({"up", "connections", "frames routed"});
-  table.AddColumn({Duration(document.at("uptimeSeconds").get<std::uint64_t>()),
+  table.AddColumn({Duration(Count(document, "uptimeSeconds")),
                    Number(connections, "now") + " now, " + Number(connections, "most") + " at most, " +
                        Number(connections, "refused") + " refused, " + Number(connections, "cutOff") + " cut off",
                    Number(document, "framesRouted")});
@@ -71,7 +79,7 @@ std::string RequestsTable(const Json& requests) {
 std::vector<std::string> Warnings(const Json& saves) {
   std::vector<std::string> warnings;
   for (const auto& [name, counts] : saves.items()) {
-    if (counts.at("failedSinceLastSaved").get<std::uint64_t>() > 0) {
+    if (Count(counts, "failedSinceLastSaved") > 0) {
       warnings.push_back("changes of the " + ToTerminalText(name) +
                          " table may not be on the disk: its last save failed; the host's log says why");
     }

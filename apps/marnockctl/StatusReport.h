@@ -13,7 +13,7 @@ struct StatusReport {
   std::vector<std::string> warnings;  // one for each table with changes that are not on the disk
 };
 
-// From the document of docs/status.md. Throws std::exception where it lacks a member or has one of another type;
+// From the document of docs/status.md. Throws std::exception where it lacks a member or has one of another kind;
 // members that are not known are left alone.
 StatusReport ReportStatus(const Json& document);
 

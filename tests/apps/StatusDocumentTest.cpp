@@ -95,4 +95,17 @@ TEST(StatusReport, RefusesADocumentThatLacksAMember) {
   }
 }
 
+TEST(StatusReport, RefusesACountThatIsNone) {
+  for (const char* number : {"-1", "1.5", "9e61", "18446744073709551616", "true"}) {
+    KT::Json document = KT::ParseJson(Sample());
+    document["framesRouted"] = KT::ParseJson(number);
+    try {
+      KT::ReportStatus(document);
+      ADD_FAILURE() << number;
+    } catch (const std::runtime_error& refusal) {
+      EXPECT_STREQ(refusal.what(), "\"framesRouted\" is not a whole number of 0 or more");
+    }
+  }
+}
+
 }  // namespace

@@ -44,6 +44,7 @@ void HubModel::Connect(std::shared_ptr<platform::ipc::MemoryPipe> pipe, bool isO
   client.pipe = std::move(pipe);
   client.isOwnProcess = isOwnProcess;
   client.breaksRules = OpenClients() >= limits_.connections;
+  ChargeWaiting(client);
   clients_.push_back(std::move(client));
 }
 
@@ -100,11 +101,22 @@ void HubModel::OnHello(ModelClient& from, const Frame& frame) {
 void HubModel::ChargeReceiver(const ModelClient& from, const SentFrame& frame) {
   for (ModelClient& to : clients_) {
     if (&to == &from) to.fromOthers += platform::ipc::kFrameHeaderBytes + statusDocument_.size();
-    if (to.isOpen && (!to.IsGranted() || to.id == frame.receiver)) {
-      (from.IsService() ? to.fromOthers : to.fromClients) += frame.bytes.size();
-      if (!from.IsService()) to.largestFromClient = std::max(to.largestFromClient, frame.bytes.size());
-    }
+    if (to.isOpen && (!to.IsGranted() || to.id == frame.receiver)) Charge(from, frame, to);
   }
+}
+
+// Behind a frame for a service, which has to wait where that one is busy, others may wait until their receiver comes.
+void HubModel::ChargeWaiting(ModelClient& to) const {
+  for (const ModelClient& from : clients_) {
+    const auto isForService = [](const SentFrame& frame) { return frame.receiver >= platform::ipc::kFirstServiceId; };
+    const auto first = std::find_if(from.sent.begin(), from.sent.end(), isForService);
+    std::for_each(first, from.sent.end(), [&](const SentFrame& frame) { Charge(from, frame, to); });
+  }
+}
+
+void HubModel::Charge(const ModelClient& from, const SentFrame& frame, ModelClient& to) {
+  (from.IsService() ? to.fromOthers : to.fromClients) += frame.bytes.size();
+  if (!from.IsService()) to.largestFromClient = std::max(to.largestFromClient, frame.bytes.size());
 }
 
 const ModelClient* HubModel::OwnerOf(std::int32_t id) const {

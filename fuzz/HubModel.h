@@ -83,6 +83,8 @@ class HubModel {
   void OnFrame(ModelClient& from, const platform::ipc::Frame& frame, std::span<const char> bytes);
   void OnHello(ModelClient& from, const platform::ipc::Frame& frame);
   void ChargeReceiver(const ModelClient& from, const SentFrame& frame);
+  void ChargeWaiting(ModelClient& to) const;
+  static void Charge(const ModelClient& from, const SentFrame& frame, ModelClient& to);
   bool MayEnd(const ModelClient& client) const;
   void CheckWritten(std::size_t index);
   void OnReceived(std::size_t index, const platform::ipc::Frame& frame, std::span<const char> bytes);

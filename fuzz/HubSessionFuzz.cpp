@@ -34,7 +34,12 @@ constexpr std::array<std::size_t, 4> kQueueLimits{256, 1024, 4096, 16384};
 constexpr std::array<std::size_t, 3> kCapacities{64, 300, 1 << 20};
 constexpr std::array<std::int32_t, 8> kIds{-1, 0, 1, 2, 7, 0xffff, 0x10000, 0xc40000};
 
-// Never destroyed: making one costs more than an input.
+// Neither is ever destroyed: making a context costs more than an input, and the memory must outlive it.
+platform::ipc::HandlerMemory& RoundMemory() {
+  static auto* const memory = new platform::ipc::HandlerMemory;
+  return *memory;
+}
+
 asio::io_context& Context() {
   static auto* const context = new asio::io_context;
   return *context;
@@ -55,7 +60,7 @@ class Session {
   explicit Session(FuzzInput& input)
       : input_(input),
         limits_(LimitsFrom(input)),
-        hub_(Context(), limits_),
+        hub_(Context(), RoundMemory(), limits_),
         model_(limits_, Bytes(kStatusDocument.begin(), kStatusDocument.end())) {
     hub_.SetStatusProvider([] { return kStatusDocument; });
     hub_.Listen("");

@@ -16,7 +16,7 @@ void CallAndLogException(const CallbackTable::Callback& callback, TagIPCMessageI
   try {
     callback(item);
   } catch (const std::exception& error) {
-    LogFailure(kRun, kCallbackThrew, code, ": ", std::string(error.what()));
+    LogFailure(kRun, kCallbackThrew, code, ": ", error.what());
   } catch (...) {
     LogFailure(kRun, kCallbackThrew, code);
   }

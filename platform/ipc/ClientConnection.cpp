@@ -1,13 +1,13 @@
 #include "platform/ipc/ClientConnection.h"
 
 #include <algorithm>
-#include <asio/executor_work_guard.hpp>
 #include <asio/post.hpp>
 #include <exception>
 #include <span>
 #include <utility>
 
 #include "platform/ipc/LogTexts.h"
+#include "platform/ipc/RunUntilStopped.h"
 #include "platform/logging/LogLine.h"
 
 namespace platform::ipc {
@@ -68,14 +68,16 @@ ClientConnection::ClientConnection(int clientId, bool hubMustExist, const std::w
 
 void ClientConnection::Run() {
   threadId_ = std::this_thread::get_id();
-  const auto work = asio::make_work_guard(context_);
-  while (!context_.stopped()) {
-    try {
-      context_.run();
-    } catch (const std::exception& error) {
-      LogFailure("IPCMessageClient::Run", kClientThreadFailure, std::string(error.what()));
-      Disconnect();
-    }
+  RunUntilStopped(context_, "IPCMessageClient::Run", kClientThreadFailure, [this] { Resume(); });
+}
+
+void ClientConnection::Resume() {
+  if (stopping_) {
+    Finish();
+  } else if (link_ != nullptr) {
+    Disconnect();
+  } else {
+    RetryLater();
   }
 }
 
@@ -230,23 +232,24 @@ void ClientConnection::Deliver(const Frame& frame) {
 }
 
 void ClientConnection::SetObserver(Observer observer) {
+  auto shared = observer ? std::make_shared<const Observer>(std::move(observer)) : nullptr;
   const std::lock_guard lock(observerMutex_);
-  observer_.swap(observer);
+  observer_.swap(shared);
 }
 
 void ClientConnection::Observe(bool connected) {
-  Observer observer;
+  std::shared_ptr<const Observer> observer;
   {
     const std::lock_guard lock(observerMutex_);
     observer = observer_;
   }
-  if (!observer) {
+  if (observer == nullptr) {
     return;
   }
   try {
-    observer(connected);
+    (*observer)(connected);
   } catch (const std::exception& error) {
-    LogFailure("IPCMessageClient::Observe", kObserverThrew, std::string(error.what()));
+    LogFailure("IPCMessageClient::Observe", kObserverThrew, error.what());
   }
 }
 
@@ -270,8 +273,14 @@ bool ClientConnection::Send(const Frame& frame) {
   return SendLocked(frame);
 }
 
-bool ClientConnection::SendLocked(const Frame& frame) {
+bool ClientConnection::SendLocked(const Frame& frame) try {
   return link_->queue.Add(frame, kClientQueueBytes) && !FlushLocked(link_);
+} catch (const std::exception& error) {
+  LogFailure("IPCMessageClient::Send", kClientThreadFailure, error.what());
+  // What waits could not be sent, and nothing would try again; the end of the pending read makes a new connection.
+  std::error_code ignored;
+  link_->stream.close(ignored);
+  return false;
 }
 
 std::error_code ClientConnection::FlushLocked(const LinkPointer& link) {
@@ -308,14 +317,14 @@ bool ClientConnection::WaitUntilConnected(std::chrono::milliseconds timeout) {
 }
 
 void ClientConnection::Stop() {
-  stopping_ = true;
+  if (!stopping_.exchange(true)) {
+    asio::post(context_, KeptIn(stopMemory_, [this] { BeginStop(); }));
+  }
   if (std::this_thread::get_id() == threadId_) {
-    asio::post(context_, [this] { BeginStop(); });  // after the callback that this is called from
-    return;
+    return;  // it stops after the callback that this is called from
   }
   const std::lock_guard lock(joinMutex_);
   if (thread_.joinable()) {
-    asio::post(context_, [this] { BeginStop(); });
     thread_.join();
   }
 }

@@ -14,6 +14,7 @@
 
 #include "platform/ipc/CallbackTable.h"
 #include "platform/ipc/FrameReader.h"
+#include "platform/ipc/HandlerMemory.h"
 #include "platform/ipc/PipeTransport.h"
 #include "platform/ipc/SendQueue.h"
 #include "platform/ipc/TagIPCMessageItem.h"
@@ -50,6 +51,7 @@ class ClientConnection {
   void Adopt(Stream stream);
   void RetryLater();
   void Disconnect();
+  void Resume();
 
   void Read(const LinkPointer& link);
   void OnRead(const LinkPointer& link, const std::error_code& error, std::size_t bytes);
@@ -71,6 +73,7 @@ class ClientConnection {
 
   const int wantedId_;
   const PipeAddress address_;
+  HandlerMemory stopMemory_;     // no want of memory keeps it from stopping
   asio::io_context context_{1};  // run by one thread
   asio::steady_timer timer_;     // for the next attempt, or for the end of the stop
   std::chrono::milliseconds retryDelay_ = kFirstRetryDelay;
@@ -88,7 +91,7 @@ class ClientConnection {
   bool finished_ = false;
 
   std::mutex observerMutex_;
-  Observer observer_;
+  std::shared_ptr<const Observer> observer_;
 
   std::atomic<bool> stopping_ = false;
   std::atomic<std::thread::id> threadId_;

@@ -25,10 +25,12 @@ Frame StatusFor(std::int32_t sender, const Frame& request, IpcStatus status) {
   return {.receiver = sender, .sender = kHubId, .code = request.replyCode, .status = static_cast<std::int32_t>(status)};
 }
 
+constexpr const char* kAccept = "IPCMessageHub::Accept";
+
 }  // namespace
 
-HubCore::HubCore(asio::io_context& context, const HubLimits& limits)
-    : context_(context), limits_(limits), acceptTimer_(context), drainTimer_(context) {}
+HubCore::HubCore(asio::io_context& context, HandlerMemory& roundMemory, const HubLimits& limits)
+    : context_(context), roundMemory_(roundMemory), limits_(limits), acceptTimer_(context), drainTimer_(context) {}
 
 void HubCore::Listen(const PipeAddress& address) {
   listener_ = ListenOnPipe(context_, address);
@@ -36,19 +38,29 @@ void HubCore::Listen(const PipeAddress& address) {
   Accept();
 }
 
-void HubCore::Accept() {
+void HubCore::Accept() try {
   listener_->Accept([this](const std::error_code& error, Stream stream) { OnAccept(error, std::move(stream)); });
+  acceptPending_ = true;
+} catch (const std::exception& error) {
+  AcceptLater(error.what());
 }
 
 void HubCore::OnAccept(const std::error_code& error, Stream stream) {
+  acceptPending_ = false;
   if (!accepting_) {
     return;
   }
   if (error) {
-    AcceptLater(error);
+    AcceptLater(error.message().c_str());
     return;
   }
   acceptFailing_ = false;
+  Admit(std::move(stream));
+  Accept();
+}
+
+// An exception costs this connection alone.
+void HubCore::Admit(Stream stream) try {
   const auto session = std::make_shared<HubSession>(*this, std::move(stream));
   if (sessions_.size() < limits_.connections) {
     sessions_.insert(session);
@@ -58,19 +70,22 @@ void HubCore::OnAccept(const std::error_code& error, Stream stream) {
     tally_.Refuse();
     session->LogLine(kTooManyConnections);
   }
-  Accept();
+} catch (const std::exception& error) {
+  LogFailure(kAccept, kAcceptFailed, error.what());
 }
 
-void HubCore::AcceptLater(const std::error_code& error) {
+void HubCore::AcceptLater(const char* reason) {
   if (!std::exchange(acceptFailing_, true)) {
-    LogFailure("IPCMessageHub::Accept", kAcceptFailed, error.message());
+    LogFailure(kAccept, kAcceptFailed, reason);
   }
   acceptTimer_.expires_after(kAcceptRetryDelay);
   acceptTimer_.async_wait([this](const std::error_code& cancelled) {
+    acceptPending_ = false;
     if (!cancelled && accepting_) {
       Accept();
     }
   });
+  acceptPending_ = true;
 }
 
 void HubCore::StopAccepting() {
@@ -94,6 +109,14 @@ void HubCore::Drain(std::function<void()> done) {
     }
   });
   CheckDrained();
+}
+
+void HubCore::Resume() {
+  if (drained_) {
+    std::exchange(drained_, {})();
+  } else if (accepting_ && !acceptPending_) {
+    Accept();
+  }
 }
 
 void HubCore::CheckDrained() {
@@ -151,16 +174,16 @@ Routing HubCore::Greet(HubSession& session, const Frame& hello) {
 
 IpcStatus HubCore::JudgeHello(const HubSession& session, const Frame& hello) const {
   if (hello.extra != kProtocolVersion) {
-    session.LogLine(kUnsupportedVersion, std::to_string(hello.extra));
+    session.LogLine(kUnsupportedVersion, std::to_string(hello.extra).c_str());
     return IpcStatus::UnsupportedVersion;
   }
   const std::int32_t wanted = hello.sender;
   if (wanted < kAnyId || (wanted >= kFirstServiceId && !session.IsOwnProcess())) {
-    session.LogLine(kIdReserved, std::to_string(wanted));
+    session.LogLine(kIdReserved, std::to_string(wanted).c_str());
     return IpcStatus::IdReserved;
   }
   if (wanted == kHubId || Find(wanted) != nullptr) {
-    session.LogLine(kIdTaken, std::to_string(wanted));
+    session.LogLine(kIdTaken, std::to_string(wanted).c_str());
     return IpcStatus::IdTaken;
   }
   return IpcStatus::Answer;
@@ -202,7 +225,7 @@ void HubCore::AnswerStatus(HubSession& session, const Frame& request) {
   try {
     document = statusProvider_();
   } catch (const std::exception& error) {
-    LogFailure("IPCMessageHub::AnswerStatus", kNoStatusDocument, std::string(error.what()));
+    LogFailure("IPCMessageHub::AnswerStatus", kNoStatusDocument, error.what());
   }
   if (document.empty() || !FitsFrame(0, document.size())) {
     session.Send(StatusFor(session.Id(), request, IpcStatus::UnsendableAnswer));
@@ -219,20 +242,37 @@ HubSession* HubCore::Find(std::int32_t id) const {
 
 void HubCore::ScheduleFlush(HubSession& session) {
   toFlush_.push_back(session.shared_from_this());
-  if (toFlush_.size() == 1) {
-    asio::post(context_, [this] { FlushScheduled(); });
+  ScheduleRound();
+}
+
+void HubCore::CallUpon(std::list<std::shared_ptr<HubSession>>& waiters) {
+  if (!waiters.empty()) {
+    calledUpon_.splice(calledUpon_.end(), waiters);
+    ScheduleRound();
+  }
+}
+
+void HubCore::ScheduleRound() {
+  if (!std::exchange(roundScheduled_, true)) {
+    asio::post(context_, KeptIn(roundMemory_, [this] { RunRound(); }));
   }
 }
 
 void HubCore::ReadAfterFlush(HubSession& session) {
-  if (toFlush_.empty()) {
+  if (!roundScheduled_) {
     session.Read();
   } else {
     toRead_.push_back(session.shared_from_this());
   }
 }
 
-void HubCore::FlushScheduled() {
+void HubCore::RunRound() {
+  while (!calledUpon_.empty()) {  // each of them may add others
+    const std::shared_ptr<HubSession> session = std::move(calledUpon_.front());
+    calledUpon_.pop_front();
+    session->Proceed();
+  }
+  roundScheduled_ = false;
   flushing_.swap(toFlush_);
   for (const auto& session : flushing_) {
     session->Flush();

@@ -1,6 +1,5 @@
 #include "platform/ipc/HubSession.h"
 
-#include <asio/post.hpp>
 #include <exception>
 #include <utility>
 
@@ -56,8 +55,9 @@ void HubSession::Send(const Frame& frame) {
 void HubSession::CheckQueued(bool taken) {
   if (!taken) {
     CutOff(kNotReading);
-  } else if (!std::exchange(flushScheduled_, true)) {
+  } else if (!flushScheduled_) {
     hub_.ScheduleFlush(*this);
+    flushScheduled_ = true;
   }
 }
 
@@ -159,19 +159,18 @@ void HubSession::CloseWhenSent() {
   SetDeadline(hub_.Limits().helloTimeout);
 }
 
-void HubSession::CutOff(const char* reason, const std::string& detail) {
+void HubSession::CutOff(const char* reason, const char* detail) {
   hub_.Tally().CutOff();
   LogLine(reason, detail);
   Close();
 }
 
-void HubSession::LogLine(const char* reason, const std::string& detail) const {
+void HubSession::LogLine(const char* reason, const char* detail) const {
   constexpr const char* kFunction = "IPCMessageHub::CutOff";
-  const std::string process = std::to_string(process_);
   if (id_ == kAnyId) {
-    LogFailure(kFunction, kCutOff, process, reason, detail);
+    LogFailure(kFunction, kCutOff, process_, reason, detail);
   } else {
-    LogFailure(kFunction, kCutOff, process, kWithId, id_, reason, detail);
+    LogFailure(kFunction, kCutOff, process_, kWithId, id_, reason, detail);
   }
 }
 
@@ -184,9 +183,7 @@ void HubSession::Close() {
   timer_.cancel();
   hub_.Forget(*this);
   // Their frames now find no receiver. Later, since one of them may be what is being handled.
-  for (const auto& waiter : std::exchange(waiters_, {})) {
-    asio::post(hub_.Context(), [waiter] { waiter->Proceed(); });
-  }
+  hub_.CallUpon(waiters_);
 }
 
 void HubSession::WatchPartialFrame() {
@@ -223,7 +220,7 @@ void HubSession::OnTimer() {
     return;
   }
   if (Clock::now() < deadline_) {
-    WaitForDeadline();
+    Guarded([this] { WaitForDeadline(); });
   } else if (id_ != kAnyId) {
     CutOff(kFrameTooLate);
   } else if (closeWhenSent_) {

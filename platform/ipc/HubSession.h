@@ -4,10 +4,9 @@
 #include <asio/steady_timer.hpp>
 #include <chrono>
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <memory>
 #include <span>
-#include <string>
 
 #include "platform/ipc/FrameReader.h"
 #include "platform/ipc/PipeTransport.h"
@@ -63,8 +62,8 @@ class HubSession : public std::enable_shared_from_this<HubSession> {
   void CloseWhenSent();
 
   // Ends the connection with a line in the log: `reason` and what follows it are the line's end.
-  void CutOff(const char* reason, const std::string& detail = {});
-  void LogLine(const char* reason, const std::string& detail = {}) const;
+  void CutOff(const char* reason, const char* detail = "");
+  void LogLine(const char* reason, const char* detail = "") const;
 
   // Ends the connection.
   void Close();
@@ -100,7 +99,7 @@ class HubSession : public std::enable_shared_from_this<HubSession> {
   bool readingStopped_ = false;
   bool flushScheduled_ = false;
 
-  std::deque<std::shared_ptr<HubSession>> waiters_;
+  std::list<std::shared_ptr<HubSession>> waiters_;
   const HubSession* admitted_ = nullptr;  // the waiter whose turn it is, until its frame has been taken
 
   // The deadline moves with each frame; the timer is left to run out and then looks at it, which costs nothing per

@@ -1,24 +1,22 @@
 #include "platform/ipc/IPCMessageHub.h"
 
-#include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
 #include <asio/post.hpp>
-#include <exception>
-#include <future>
-#include <string>
+#include <semaphore>
 #include <thread>
 #include <utility>
 
 #include "platform/ipc/HubCore.h"
 #include "platform/ipc/LogTexts.h"
 #include "platform/ipc/PipeTransport.h"
-#include "platform/logging/LogLine.h"
+#include "platform/ipc/RunUntilStopped.h"
 
 using platform::ipc::HubCore;
 
 class IPCMessageHub::Impl {
  public:
-  Impl(std::wstring pipeName, const HubLimits& limits) : pipeName_(std::move(pipeName)), core_(context_, limits) {}
+  Impl(std::wstring pipeName, const HubLimits& limits)
+      : pipeName_(std::move(pipeName)), core_(context_, roundMemory_, limits) {}
 
   bool Claim() {
     address_ = platform::ipc::ResolvePipe(pipeName_);
@@ -32,45 +30,39 @@ class IPCMessageHub::Impl {
 
   void Start() {
     core_.Listen(address_);
-    thread_ = std::thread([this] { Run(); });
+    thread_ = std::thread([this] {
+      platform::ipc::RunUntilStopped(context_, "IPCMessageHub::Run", platform::ipc::kHubThreadFailure,
+                                     [this] { core_.Resume(); });
+    });
   }
 
   void StopAccepting() {
     if (!thread_.joinable()) {
       return;
     }
-    std::promise<void> stopped;
-    asio::post(context_, [&] {
-      core_.StopAccepting();
-      stopped.set_value();
-    });
-    stopped.get_future().wait();
+    asio::post(context_, platform::ipc::KeptIn(stopMemory_, [this] {
+                 core_.StopAccepting();
+                 acceptsNoMore_.release();
+               }));
+    acceptsNoMore_.acquire();
   }
 
   void Stop() {
     if (!thread_.joinable()) {
       return;
     }
-    asio::post(context_, [this] { core_.Drain([this] { context_.stop(); }); });
+    asio::post(context_, platform::ipc::KeptIn(stopMemory_, [this] { core_.Drain([this] { context_.stop(); }); }));
     thread_.join();
     core_.CloseAll();
   }
 
  private:
-  void Run() {
-    const auto work = asio::make_work_guard(context_);
-    while (!context_.stopped()) {
-      try {
-        context_.run();
-      } catch (const std::exception& error) {
-        platform::LogFailure("IPCMessageHub::Run", platform::ipc::kHubThreadFailure, std::string(error.what()));
-      }
-    }
-  }
-
   const std::wstring pipeName_;
   platform::ipc::PipeAddress address_;
   std::unique_ptr<platform::ipc::PipeClaim> claim_;
+  platform::ipc::HandlerMemory roundMemory_;
+  platform::ipc::HandlerMemory stopMemory_;
+  std::binary_semaphore acceptsNoMore_{0};
   asio::io_context context_{1};  // run by one thread
   HubCore core_;
   std::thread thread_;

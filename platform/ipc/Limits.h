@@ -39,6 +39,8 @@ inline constexpr std::chrono::milliseconds kFirstRetryDelay{20};
 inline constexpr std::chrono::milliseconds kLastRetryDelay{1'000};
 // The hub's wait after an accept that failed, for example because the process is out of descriptors.
 inline constexpr std::chrono::milliseconds kAcceptRetryDelay{100};
+// What a thread waits after an exception that escaped a handler, so that want of memory does not keep it busy.
+inline constexpr std::chrono::milliseconds kPauseAfterFailure{20};
 // How long an orderly stop waits for what is still to be sent.
 inline constexpr std::chrono::milliseconds kStopTimeout{500};
 

@@ -49,7 +49,13 @@ void MakePrivateFolder(const std::filesystem::path& folder) {
 // removed, two processes could each lock one of the same name.
 class LockFile : public PipeClaim {
  public:
-  explicit LockFile(int descriptor) : descriptor_(descriptor) {}
+  // Throws std::system_error.
+  explicit LockFile(const std::string& path)
+      : descriptor_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kFileMode)) {
+    if (descriptor_ < 0) {
+      Throw(LastError(), path);
+    }
+  }
   LockFile(const LockFile&) = delete;
   LockFile& operator=(const LockFile&) = delete;
   ~LockFile() override { ::close(descriptor_); }
@@ -57,7 +63,7 @@ class LockFile : public PipeClaim {
   bool TryLock() { return ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0; }
 
  private:
-  int descriptor_;
+  const int descriptor_;
 };
 
 // Removes a socket that nobody listens on. False when somebody does; a file of another kind is left for bind to report.
@@ -129,11 +135,7 @@ PipeAddress ResolvePipe(const std::wstring& pipeName) {
 std::unique_ptr<PipeClaim> ClaimPipe(const PipeAddress& address) {
   MakePrivateFolder(address.parent_path());
   const std::string lockPath = address.string() + ".lock";
-  const int descriptor = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kFileMode);
-  if (descriptor < 0) {
-    Throw(LastError(), lockPath);
-  }
-  auto lock = std::make_unique<LockFile>(descriptor);
+  auto lock = std::make_unique<LockFile>(lockPath);
   if (!lock->TryLock()) {
     if (errno != EWOULDBLOCK) {
       Throw(LastError(), lockPath);

@@ -2,6 +2,7 @@
 #include <asio/post.hpp>
 #include <asio/windows/overlapped_ptr.hpp>
 #include <cwctype>
+#include <new>
 #include <utility>
 
 #include "platform/ipc/PipeSecurity.h"
@@ -28,13 +29,23 @@ std::wstring MutexName(const PipeAddress& address) {
 
 class NamedMutex : public PipeClaim {
  public:
-  explicit NamedMutex(HANDLE handle) : handle_(handle) {}
+  explicit NamedMutex(const std::wstring& name)
+      : handle_(::CreateMutexW(nullptr, FALSE, name.c_str())), outcome_(LastError()) {}
   NamedMutex(const NamedMutex&) = delete;
   NamedMutex& operator=(const NamedMutex&) = delete;
-  ~NamedMutex() override { ::CloseHandle(handle_); }
+  ~NamedMutex() override {
+    if (IsOpen()) {
+      ::CloseHandle(handle_);
+    }
+  }
+
+  bool IsOpen() const { return handle_ != nullptr; }
+  // Why it is not open, or ERROR_ALREADY_EXISTS for one that was there before.
+  const std::error_code& Outcome() const { return outcome_; }
 
  private:
-  HANDLE handle_;
+  const HANDLE handle_;
+  const std::error_code outcome_;
 };
 
 class NamedPipeListener : public PipeListener {
@@ -54,6 +65,7 @@ class NamedPipeListener : public PipeListener {
  private:
   std::error_code MakeInstance(DWORD flags);
   void OnConnected(std::error_code error, const Handler& handler);
+  void AcceptAgain(const Handler& handler);
 
   asio::io_context& context_;
   const std::wstring name_;
@@ -109,10 +121,14 @@ void NamedPipeListener::OnConnected(std::error_code error, const Handler& handle
   // At once, so that there is always an instance for the next client to find. A failure shows in the next Accept.
   MakeInstance(0);
   if (error.value() == ERROR_NO_DATA) {
-    Accept(handler);  // the client has gone again
+    AcceptAgain(handler);  // the client has gone again
   } else {
     handler(error, std::move(connected));
   }
+}
+
+void NamedPipeListener::AcceptAgain(const Handler& handler) try { Accept(handler); } catch (const std::bad_alloc&) {
+  handler(asio::error::no_memory, Stream(context_));
 }
 
 void NamedPipeListener::Close() {
@@ -126,18 +142,16 @@ void NamedPipeListener::Close() {
 PipeAddress ResolvePipe(const std::wstring& pipeName) { return pipeName; }
 
 std::unique_ptr<PipeClaim> ClaimPipe(const PipeAddress& address) {
-  const std::wstring name = MutexName(address);
-  const HANDLE handle = ::CreateMutexW(nullptr, FALSE, name.c_str());
-  const std::error_code error = LastError();
-  if (handle == nullptr) {
-    // Another account's mutex, which this one may not open, is a claim as well.
-    if (error.value() == ERROR_ACCESS_DENIED) {
-      return nullptr;
-    }
-    Throw(error, "cannot create the mutex of the pipe " + address.string());
+  auto claim = std::make_unique<NamedMutex>(MutexName(address));
+  const std::error_code& outcome = claim->Outcome();
+  if (claim->IsOpen()) {
+    return outcome.value() == ERROR_ALREADY_EXISTS ? nullptr : std::move(claim);
   }
-  auto claim = std::make_unique<NamedMutex>(handle);
-  return error.value() == ERROR_ALREADY_EXISTS ? nullptr : std::move(claim);
+  // Another account's mutex, which this one may not open, is a claim as well.
+  if (outcome.value() == ERROR_ACCESS_DENIED) {
+    return nullptr;
+  }
+  Throw(outcome, "cannot create the mutex of the pipe " + address.string());
 }
 
 std::unique_ptr<PipeListener> ListenOnPipe(asio::io_context& context, const PipeAddress& address) {

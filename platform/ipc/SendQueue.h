@@ -53,9 +53,9 @@ std::error_code SendQueue::Flush(Stream& stream, OnProgress&& onProgress) {
     }
     Sent(taken);
     if (taken < chunk.size()) {
-      underWay_ = true;
       const auto rest = chunk.subspan(taken);
       stream.async_write_some(asio::buffer(rest.data(), rest.size()), std::forward<OnProgress>(onProgress));
+      underWay_ = true;
     }
   }
   return {};

@@ -1,8 +1,8 @@
 #include "tests/faults/Sweep.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <iostream>
+
+#include "tests/faults/Stride.h"
 
 namespace faults {
 
@@ -12,12 +12,6 @@ using support::FaultSpan;
 
 // Far more calls than any operation makes: one that never ends is a failure, not a hang.
 constexpr int kMostCalls = 20'000;
-
-// How many calls lie between two that are made to fail: 1, unless MARNOCK_FAULT_STRIDE says otherwise.
-int Stride() {
-  const char* const text = std::getenv("MARNOCK_FAULT_STRIDE");
-  return text == nullptr ? 1 : std::max(1, std::atoi(text));
-}
 
 struct Figures {
   int injected = 0;

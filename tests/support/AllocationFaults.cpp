@@ -1,6 +1,7 @@
 #include "tests/support/AllocationFaults.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -19,6 +20,24 @@ thread_local bool failsFromThenOn = false;
 thread_local Allocator failing = Allocator::New;
 thread_local bool happened = false;
 
+// The fault that is under way on all threads.
+std::atomic<bool> isProcessFailing = false;
+std::atomic<bool> processFailsFromThenOn = false;
+std::atomic<int> processRemaining = 0;  // as above, and zero or less from then on
+std::atomic<bool> processHappened = false;
+
+bool IsProcessMadeToFail() noexcept {
+  if (!isProcessFailing) {
+    return false;
+  }
+  const int left = --processRemaining;
+  if (left > 0 || (left < 0 && !processFailsFromThenOn)) {
+    return false;
+  }
+  processHappened = true;
+  return true;
+}
+
 // What the record that is under way on this thread has seen.
 thread_local bool isRecording = false;
 thread_local std::ptrdiff_t liveBytes = 0;
@@ -32,7 +51,7 @@ void Record(void* memory) noexcept {
 }
 
 void* Allocate(std::size_t size) noexcept {
-  if (support::IsAllocationMadeToFail(Allocator::New)) {
+  if (IsProcessMadeToFail() || support::IsAllocationMadeToFail(Allocator::New)) {
     return nullptr;
   }
   void* memory = std::malloc(size == 0 ? 1 : size);
@@ -93,6 +112,19 @@ AllocationFault::~AllocationFault() { Stop(); }
 void AllocationFault::Stop() { remaining = 0; }
 
 bool AllocationFault::Happened() const { return happened; }
+
+ProcessAllocationFault::ProcessAllocationFault(int nth, FaultSpan span) {
+  processHappened = false;
+  processFailsFromThenOn = span == FaultSpan::FromThenOn;
+  processRemaining = nth;
+  isProcessFailing = true;
+}
+
+ProcessAllocationFault::~ProcessAllocationFault() { Stop(); }
+
+void ProcessAllocationFault::Stop() { isProcessFailing = false; }
+
+bool ProcessAllocationFault::Happened() const { return processHappened; }
 
 AllocationRecord::AllocationRecord() {
   liveBytes = 0;

@@ -30,6 +30,20 @@ class AllocationFault {
   bool Happened() const;
 };
 
+// The same for operator new on whichever thread calls it. One at a time, and none of the above beside it.
+class ProcessAllocationFault {
+ public:
+  ProcessAllocationFault(int nth, FaultSpan span);
+  ~ProcessAllocationFault();
+  ProcessAllocationFault(const ProcessAllocationFault&) = delete;
+  ProcessAllocationFault& operator=(const ProcessAllocationFault&) = delete;
+
+  void Stop();
+
+  // Whether the allocation came and failed.
+  bool Happened() const;
+};
+
 // For an allocator other than operator new: whether its next allocation is to fail.
 bool IsAllocationMadeToFail(Allocator allocator) noexcept;
 

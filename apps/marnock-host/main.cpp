@@ -3,6 +3,7 @@
 
 #include "apps/marnock-host/Host.h"
 #include "apps/marnock-host/HostOptions.h"
+#include "platform/MemoryPool.h"
 #include "platform/program/ProcessHardening.h"
 #include "platform/program/ProgramArguments.h"
 #include "platform/program/RunProgram.h"
@@ -12,6 +13,7 @@ int main(int argc, char** argv) {
   platform::PrepareStandardStreams();
   try {
     platform::HardenProcess();
+    platform::UseOneMemoryPool();
   } catch (const std::exception& error) {
     std::cerr << "marnock-host: " << error.what() << std::endl;
     return 1;

@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/MemoryPool.h"
 #include "platform/ipc/LogTexts.h"
 #include "platform/logging/LogLine.h"
 
@@ -64,6 +65,7 @@ void HubCore::Admit(Stream stream) try {
   const auto session = std::make_shared<HubSession>(*this, std::move(stream));
   if (sessions_.size() < limits_.connections) {
     sessions_.insert(session);
+    mostSinceQuiet_ = std::max(mostSinceQuiet_, sessions_.size());
     tally_.SetConnections(sessions_.size());
     session->Start();
   } else {
@@ -283,6 +285,7 @@ void HubCore::RunRound() {
     session->Read();
   }
   reading_.clear();
+  EndBurst();
   CheckDrained();
 }
 
@@ -292,7 +295,18 @@ void HubCore::Forget(HubSession& session) {
   }
   sessions_.erase(session.shared_from_this());
   tally_.SetConnections(sessions_.size());
+  if (mostSinceQuiet_ >= kBurstConnections) {
+    ScheduleRound();  // which looks whether it was the last one, when nothing holds it any more
+  }
   CheckDrained();
+}
+
+void HubCore::EndBurst() {
+  const auto isOutside = [](const auto& session) { return !session->IsOwnProcess(); };
+  if (mostSinceQuiet_ >= kBurstConnections && std::none_of(sessions_.begin(), sessions_.end(), isOutside)) {
+    mostSinceQuiet_ = 0;
+    ReturnFreeMemory();
+  }
 }
 
 }  // namespace platform::ipc

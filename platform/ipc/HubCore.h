@@ -81,6 +81,7 @@ class HubCore {
   void AnswerStatus(HubSession& session, const Frame& request);
   std::int32_t NextFreeId();
   HubSession* Find(std::int32_t id) const;
+  void EndBurst();
   void ScheduleRound();
   void RunRound();
 
@@ -93,6 +94,7 @@ class HubCore {
   asio::steady_timer acceptTimer_;
 
   std::set<std::shared_ptr<HubSession>> sessions_;
+  std::size_t mostSinceQuiet_ = 0;  // connections at one time, since there was none from outside
   std::unordered_map<std::int32_t, HubSession*> byId_;
   std::int32_t lastId_ = kHubId;
 

@@ -2,7 +2,8 @@
 
 #include <asio/io_context.hpp>
 #include <asio/post.hpp>
-#include <semaphore>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -42,9 +43,12 @@ class IPCMessageHub::Impl {
     }
     asio::post(context_, platform::ipc::KeptIn(stopMemory_, [this] {
                  core_.StopAccepting();
-                 acceptsNoMore_.release();
+                 const std::lock_guard lock(mutex_);
+                 acceptsNoMore_ = true;
+                 changed_.notify_one();
                }));
-    acceptsNoMore_.acquire();
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return acceptsNoMore_; });
   }
 
   void Stop() {
@@ -62,7 +66,9 @@ class IPCMessageHub::Impl {
   std::unique_ptr<platform::ipc::PipeClaim> claim_;
   platform::ipc::HandlerMemory roundMemory_;
   platform::ipc::HandlerMemory stopMemory_;
-  std::binary_semaphore acceptsNoMore_{0};
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool acceptsNoMore_ = false;
   asio::io_context context_{1};  // run by one thread
   HubCore core_;
   std::thread thread_;

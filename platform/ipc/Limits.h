@@ -28,6 +28,10 @@ inline constexpr std::size_t kReadBufferBytes = 16 * 1024;
 // A send buffer that grew beyond this gives its memory back once it is empty.
 inline constexpr std::size_t kKeptSendBufferBytes = 64 * 1024;
 
+// Once so many connections were open at one time, the hub gives memory back to the system when the last of other
+// processes has gone.
+inline constexpr std::size_t kBurstConnections = 16;
+
 // A client queues this much before PostIPCMessage refuses more.
 inline constexpr std::size_t kClientQueueBytes = 1024 * 1024;
 // A service runs no further callback while this much of what it sent still waits, so that none of its answers is

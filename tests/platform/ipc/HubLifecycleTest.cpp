@@ -1,7 +1,9 @@
 // Claiming a pipe, starting and stopping in order.
 #include <atomic>
 #include <future>
+#include <memory>
 #include <thread>
+#include <vector>
 
 #include "tests/platform/ipc/IpcTest.h"
 
@@ -69,6 +71,20 @@ TEST_F(HubLifecycle, StopEndsEveryConnection) {
   ASSERT_NE(peer.SayHello(), -1);
   hub_->Stop();
   EXPECT_TRUE(peer.IsClosed());
+}
+
+TEST_F(HubLifecycle, ServesOnAfterManyConnectionsAtOneTime) {
+  StartHub();
+  for (int round = 0; round < 2; ++round) {
+    std::vector<std::unique_ptr<RawPeer>> peers;
+    for (int i = 0; i < 20; ++i) {
+      peers.push_back(std::make_unique<RawPeer>(pipeName_));
+      ASSERT_NE(peers.back()->SayHello(), -1);
+    }
+    peers.clear();
+    ASSERT_TRUE(Eventually([this] { return hub_->Counters().connections == 0; }));
+  }
+  EXPECT_NE(RawPeer(pipeName_).SayHello(), -1);
 }
 
 TEST_F(HubLifecycle, StopSendsWhatWaitsForAClient) {

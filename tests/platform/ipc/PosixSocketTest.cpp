@@ -101,6 +101,14 @@ TEST_F(PosixSocket, IsNotPutInPlaceOfAFileOfAnotherKind) {
   EXPECT_EQ(fs::file_size(Path()), 8U);
 }
 
+TEST_F(PosixSocket, IsNotMadeWithoutItsLockFile) {
+  const std::string lock = Path().string() + ".lock";
+  fs::create_directories(lock);
+  IPCMessageHub hub(pipeName_);
+  const std::string text = ErrorOf([&] { hub.Claim(); });
+  EXPECT_NE(text.find(lock), std::string::npos) << text;
+}
+
 TEST_F(PosixSocket, IsNotMadeInAFolderThatIsALink) {
   fs::create_directories(Folder().parent_path() / "elsewhere");
   fs::create_directory_symlink("elsewhere", Folder());
@@ -133,7 +141,8 @@ TEST_F(PosixSocket, HasTheLastComponentOfThePipesNameInUtf8) {
 }
 
 TEST_F(PosixSocket, NeedsAName) {
-  for (const std::wstring& name : {std::wstring(), std::wstring(L"\\\\.\\Pipe\\"), std::wstring(L"a\\..")}) {
+  for (const std::wstring& name :
+       {std::wstring(), std::wstring(L"\\\\.\\Pipe\\"), std::wstring(L"a\\."), std::wstring(L"a\\..")}) {
     IPCMessageHub hub(name);
     EXPECT_NE(ErrorOf([&] { hub.Claim(); }), "");
   }

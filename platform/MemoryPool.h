@@ -7,7 +7,7 @@ namespace platform {
 // how much of a burst stays with the process, which would seem to grow. Call it before any thread is started.
 void UseOneMemoryPool();
 
-// Gives memory that is free back to the system, which takes some 100 microseconds. Any thread.
+// Gives memory that is free back to the system. Any thread; those that want memory meanwhile wait for it.
 void ReturnFreeMemory();
 
 }  // namespace platform

@@ -73,7 +73,8 @@ class ClientConnection {
 
   const int wantedId_;
   const PipeAddress address_;
-  HandlerMemory stopMemory_;     // no want of memory keeps it from stopping
+  // No want of memory keeps it from stopping. Before the context, whose handler lies in it to its end.
+  HandlerMemory stopMemory_;
   asio::io_context context_{1};  // run by one thread
   asio::steady_timer timer_;     // for the next attempt, or for the end of the stop
   std::chrono::milliseconds retryDelay_ = kFirstRetryDelay;

@@ -64,6 +64,7 @@ class IPCMessageHub::Impl {
   const std::wstring pipeName_;
   platform::ipc::PipeAddress address_;
   std::unique_ptr<platform::ipc::PipeClaim> claim_;
+  // Before the context, whose handlers lie in them to its end.
   platform::ipc::HandlerMemory roundMemory_;
   platform::ipc::HandlerMemory stopMemory_;
   std::mutex mutex_;
